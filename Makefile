@@ -1,0 +1,33 @@
+# Tarvel: the two everyday commands are `make run` and `make test`.
+PRESET ?= dev
+BUILD_DIR := build/$(PRESET)
+
+.PHONY: run test deps configure build format bench clean
+
+run: deps build
+	./scripts/run.sh $(BUILD_DIR)
+
+test: deps
+	cmake --preset ci
+	cmake --build --preset ci
+	ctest --preset ci --output-on-failure
+
+deps:
+	./scripts/install-deps.sh
+
+configure:
+	cmake --preset $(PRESET)
+
+build: configure
+	cmake --build --preset $(PRESET)
+
+bench: deps
+	cmake --preset ci
+	cmake --build --preset ci
+	./scripts/bench.sh build/ci
+
+format:
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i --style=file
+
+clean:
+	rm -rf build
