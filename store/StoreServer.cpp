@@ -2,8 +2,8 @@
 
 #include <httplib.h>
 
-#include <QJsonDocument>
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 
 namespace {

@@ -41,8 +41,8 @@ int main(int argc, char *argv[])
 
     StoreServer server(options);
     if (!server.bind()) {
-        std::fprintf(stderr, "tarvel-store: cannot listen on %s:%d\n",
-                     qPrintable(options.host), options.port);
+        std::fprintf(stderr, "tarvel-store: cannot listen on %s:%d\n", qPrintable(options.host),
+                     options.port);
         return 1;
     }
     runningServer = &server;

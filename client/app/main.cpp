@@ -22,7 +22,8 @@ int main(int argc, char *argv[])
     if (engine.rootObjects().isEmpty())
         return 1;
 
-    // TARVEL_SNAPSHOT=<file.png> writes the window once it has settled and quits (used for reviews).
+    // TARVEL_SNAPSHOT=<file.png> writes the window once it has settled and quits (used for
+    // reviews).
     const QString snapshot = qEnvironmentVariable("TARVEL_SNAPSHOT");
     if (!snapshot.isEmpty()) {
         auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());

@@ -15,21 +15,36 @@ namespace {
 QByteArray reasonPhrase(int status)
 {
     switch (status) {
-    case 200: return "OK";
-    case 201: return "Created";
-    case 204: return "No Content";
-    case 301: return "Moved Permanently";
-    case 302: return "Found";
-    case 400: return "Bad Request";
-    case 401: return "Unauthorized";
-    case 403: return "Forbidden";
-    case 404: return "Not Found";
-    case 413: return "Payload Too Large";
-    case 422: return "Unprocessable Entity";
-    case 500: return "Internal Server Error";
-    case 502: return "Bad Gateway";
-    case 503: return "Service Unavailable";
-    default: return "Status";
+    case 200:
+        return "OK";
+    case 201:
+        return "Created";
+    case 204:
+        return "No Content";
+    case 301:
+        return "Moved Permanently";
+    case 302:
+        return "Found";
+    case 400:
+        return "Bad Request";
+    case 401:
+        return "Unauthorized";
+    case 403:
+        return "Forbidden";
+    case 404:
+        return "Not Found";
+    case 413:
+        return "Payload Too Large";
+    case 422:
+        return "Unprocessable Entity";
+    case 500:
+        return "Internal Server Error";
+    case 502:
+        return "Bad Gateway";
+    case 503:
+        return "Service Unavailable";
+    default:
+        return "Status";
     }
 }
 
@@ -66,7 +81,7 @@ QString headerParameter(const QByteArray &header, const QByteArray &key)
     if (!match.hasMatch())
         return {};
     return match.capturedLength(1) > 0 || match.captured(2).isNull() ? match.captured(1)
-                                                                      : match.captured(2).trimmed();
+                                                                     : match.captured(2).trimmed();
 }
 
 } // namespace
@@ -291,7 +306,8 @@ void ScriptedHttpServer::processBuffer(QTcpSocket *socket)
         for (qsizetype i = 1; i < lines.size(); ++i) {
             const qsizetype colon = lines[i].indexOf(':');
             if (colon > 0)
-                request.headers.append({lines[i].left(colon).trimmed(), lines[i].mid(colon + 1).trimmed()});
+                request.headers.append(
+                        {lines[i].left(colon).trimmed(), lines[i].mid(colon + 1).trimmed()});
         }
         const qsizetype length = request.header("Content-Length").toLongLong();
         if (connection->buffer.size() < headEnd + 4 + length)
@@ -335,9 +351,9 @@ ScriptedResponse ScriptedHttpServer::nextResponse(const RecordedRequest &request
 void ScriptedHttpServer::answer(QTcpSocket *socket, const ScriptedResponse &response)
 {
     QByteArray head = response.statusLine.isEmpty()
-            ? "HTTP/1.1 " + QByteArray::number(response.status) + ' '
-                    + reasonPhrase(response.status)
-            : response.statusLine;
+                              ? "HTTP/1.1 " + QByteArray::number(response.status) + ' '
+                                        + reasonPhrase(response.status)
+                              : response.statusLine;
     head += "\r\n";
     for (const auto &[name, value] : response.headers)
         head += name + ": " + value + "\r\n";

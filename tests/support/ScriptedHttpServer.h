@@ -21,8 +21,8 @@ using HeaderList = QList<std::pair<QByteArray, QByteArray>>;
 struct ScriptedResponse
 {
     enum class Mode {
-        Answer,      // status line, headers and body, then keep the connection open
-        Hang,        // read the request and never answer
+        Answer, // status line, headers and body, then keep the connection open
+        Hang, // read the request and never answer
         CloseMidBody // announce the whole body, send its first half, close the connection
     };
 
@@ -57,7 +57,7 @@ struct RecordedRequest
 {
     QByteArray method;
     QByteArray target; // the request target as sent: path and query, still encoded
-    QString path;      // decoded path
+    QString path; // decoded path
     QUrlQuery query;
     HeaderList headers; // in the order received
     QByteArray body;
@@ -119,3 +119,4 @@ private:
 };
 
 } // namespace tarvel::test
+Q_DECLARE_METATYPE(tarvel::test::ScriptedResponse)

@@ -22,12 +22,12 @@ private:
 
 } // namespace tarvel::test
 
-#define TARVEL_TEST_MAIN(TestObject)                                                               \
-    int main(int argc, char *argv[])                                                               \
-    {                                                                                              \
-        tarvel::test::TestEnvironment environment;                                                 \
-        QGuiApplication app(argc, argv);                                                           \
-        TestObject testObject;                                                                     \
-        QTEST_SET_MAIN_SOURCE_PATH                                                                 \
-        return QTest::qExec(&testObject, argc, argv);                                              \
+#define TARVEL_TEST_MAIN(TestObject) \
+    int main(int argc, char *argv[]) \
+    { \
+        tarvel::test::TestEnvironment environment; \
+        QGuiApplication app(argc, argv); \
+        TestObject testObject; \
+        QTEST_SET_MAIN_SOURCE_PATH \
+        return QTest::qExec(&testObject, argc, argv); \
     }

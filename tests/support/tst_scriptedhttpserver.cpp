@@ -3,8 +3,8 @@
 
 #include <QDir>
 #include <QHttpMultiPart>
-#include <QNetworkCookieJar>
 #include <QNetworkAccessManager>
+#include <QNetworkCookieJar>
 #include <QNetworkReply>
 #include <QSignalSpy>
 #include <QUrlQuery>
@@ -61,10 +61,11 @@ private slots:
         ScriptedResponse custom;
         custom.statusLine = "HTTP/1.1 299 Quite Fine";
         custom.body = "x";
-        QTest::newRow("own status line") << custom << 299 << QByteArray("Quite Fine")
-                                         << QByteArray("x") << QByteArray();
-        QTest::newRow("empty body") << ScriptedResponse::json("") << 200 << QByteArray("OK")
-                                    << QByteArray() << QByteArray("application/json; charset=utf-8");
+        QTest::newRow("own status line")
+                << custom << 299 << QByteArray("Quite Fine") << QByteArray("x") << QByteArray();
+        QTest::newRow("empty body")
+                << ScriptedResponse::json("") << 200 << QByteArray("OK") << QByteArray()
+                << QByteArray("application/json; charset=utf-8");
     }
 
     void answersAsScripted()
@@ -80,8 +81,7 @@ private slots:
 
         QScopedPointer<QNetworkReply> reply(get(server, "/store.json"));
         QVERIFY(reply->isFinished());
-        QCOMPARE(reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(),
-                 status);
+        QCOMPARE(reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), status);
         QCOMPARE(reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toByteArray(),
                  reason);
         QCOMPARE(reply->rawHeader("Content-Type"), contentType);
@@ -216,8 +216,8 @@ private slots:
         QCOMPARE(recorded.method, QByteArray("POST"));
         QCOMPARE(recorded.header("x-extra"), QByteArray("yes"));
         QCOMPARE(recorded.header("content-type"), QByteArray("application/x-www-form-urlencoded"));
-        const QList<std::pair<QString, QString>> expected{
-                {"account[login_name]", "13800138000"}, {"account[password]", "a b&c"}};
+        const QList<std::pair<QString, QString>> expected{{"account[login_name]", "13800138000"},
+                                                          {"account[password]", "a b&c"}};
         QCOMPARE(recorded.formFields(), expected);
         QCOMPARE(recorded.formValue("account[password]"), QString("a b&c"));
     }
@@ -227,8 +227,8 @@ private slots:
         ScriptedHttpServer server;
         QVERIFY(server.listen());
         server.enqueue(ScriptedResponse::json("{}"));
-        QScopedPointer<QNetworkReply> put(finished(
-                manager.put(QNetworkRequest(QUrl(server.baseUrl() + "/setting/info.json")), "a=1")));
+        QScopedPointer<QNetworkReply> put(finished(manager.put(
+                QNetworkRequest(QUrl(server.baseUrl() + "/setting/info.json")), "a=1")));
         QCOMPARE(server.lastRequest().method, QByteArray("PUT"));
         QCOMPARE(server.lastRequest().body, QByteArray("a=1"));
 
@@ -280,8 +280,6 @@ private slots:
         QCOMPARE(QLocale().name(), QLocale::c().name());
     }
 };
-
-Q_DECLARE_METATYPE(tarvel::test::ScriptedResponse)
 
 TARVEL_TEST_MAIN(TestScriptedHttpServer)
 #include "tst_scriptedhttpserver.moc"

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QList>
+#include <QNetworkCookie>
+#include <QNetworkCookieJar>
+#include <QUrl>
+
+namespace platform {
+
+// The one cookie store of the app: NetWorkHelper's network manager and the QML image loader both
+// use it. Managers never own it: attach it with `attachTo`.
+class HTTPCookieStorage : public QNetworkCookieJar
+{
+    Q_OBJECT
+public:
+    static HTTPCookieStorage *shared();
+
+    QList<QNetworkCookie> cookiesForURL(const QUrl &url) const;
+    QList<QNetworkCookie> cookies() const;
+    void
+    setCookie(const QNetworkCookie &cookie); // replaces a cookie of the same name, domain, path
+    void deleteCookie(const QNetworkCookie &cookie);
+
+    // Makes `manager` use the shared store without taking ownership of it.
+    static void attachTo(class QNetworkAccessManager *manager);
+
+private:
+    using QNetworkCookieJar::QNetworkCookieJar;
+};
+
+} // namespace platform

@@ -1,0 +1,17 @@
+#include "util/AppConfig.h"
+
+#include "TarvelConfig.h"
+
+namespace tarvel::config {
+
+QString apiBaseUrl()
+{
+    QString base = qEnvironmentVariable("TARVEL_API_BASE_URL");
+    if (base.isEmpty())
+        base = QString::fromUtf8(ApiBaseUrl);
+    while (base.endsWith(QLatin1Char('/')))
+        base.chop(1);
+    return base;
+}
+
+} // namespace tarvel::config
