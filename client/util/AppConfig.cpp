@@ -14,4 +14,10 @@ QString apiBaseUrl()
     return base;
 }
 
+QString uploadUrl()
+{
+    const QString compiled = QString::fromUtf8(UploadUrl);
+    return compiled.isEmpty() ? apiBaseUrl() + QStringLiteral("/sandbox/qiniu/upload") : compiled;
+}
+
 } // namespace tarvel::config

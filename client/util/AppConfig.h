@@ -8,6 +8,10 @@ namespace tarvel::config {
 // may override it with TARVEL_API_BASE_URL.
 QString apiBaseUrl();
 
+// The object-storage upload address for avatars. Compiled in (UploadUrl); when that is empty, the
+// store's own sandbox upload at <apiBaseUrl>/sandbox/qiniu/upload.
+QString uploadUrl();
+
 } // namespace tarvel::config
 
 // The name the rest of the code uses for the store's base address.
