@@ -19,7 +19,7 @@ public:
     QList<QNetworkCookie> cookies() const;
     void
     setCookie(const QNetworkCookie &cookie); // replaces a cookie of the same name, domain, path
-    void deleteCookie(const QNetworkCookie &cookie);
+    bool deleteCookie(const QNetworkCookie &cookie) override;
 
     // Makes `manager` use the shared store without taking ownership of it.
     static void attachTo(class QNetworkAccessManager *manager);
