@@ -115,12 +115,11 @@ private slots:
                 << "AB"
                 << calls("D.viewWillDisappear B.viewDidLoad B.viewWillAppear "
                          "D.viewDidDisappear B.viewDidAppear");
-        QTest::newRow("pop to root")
-                << "ABC"
-                << "popToRoot"
-                << "A"
-                << calls("C.viewWillDisappear A.viewDidLoad A.viewWillAppear "
-                         "C.viewDidDisappear A.viewDidAppear");
+        QTest::newRow("pop to root") << "ABC"
+                                     << "popToRoot"
+                                     << "A"
+                                     << calls("C.viewWillDisappear A.viewDidLoad A.viewWillAppear "
+                                              "C.viewDidDisappear A.viewDidAppear");
         QTest::newRow("pop of the root does nothing") << "A"
                                                       << "pop"
                                                       << "A" << QStringList();

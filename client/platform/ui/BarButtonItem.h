@@ -44,7 +44,7 @@ signals:
 private:
     QString m_imageName;
     QString m_title;
-    QColor m_titleColor;
+    QColor m_titleColor = QColor(Qt::white);
     bool m_hidden = false;
 };
 

@@ -102,8 +102,8 @@ private:
     QString m_selectedImageName;
     QString m_backgroundImageName;
     QString m_selectedBackgroundImageName;
-    QColor m_titleColor;
-    QColor m_selectedTitleColor;
+    QColor m_titleColor = QColor(0, 122, 255); // the platform's tint until a screen sets one
+    QColor m_selectedTitleColor; // invalid: as in the normal state
     bool m_enabled = true;
     bool m_selected = false;
     bool m_hidden = false;

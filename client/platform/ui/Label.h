@@ -23,7 +23,7 @@ public:
     void setText(const QString &text);
     bool isHidden() const { return m_hidden; }
     void setHidden(bool hidden);
-    // Invalid colours leave the choice to the view's style.
+    // Dark text on a clear background unless a screen says otherwise.
     QColor textColor() const { return m_textColor; }
     void setTextColor(const QColor &color);
     QColor backgroundColor() const { return m_backgroundColor; }
@@ -35,8 +35,8 @@ signals:
 private:
     QString m_text;
     bool m_hidden = false;
-    QColor m_textColor;
-    QColor m_backgroundColor;
+    QColor m_textColor = QColor(0x22, 0x22, 0x22);
+    QColor m_backgroundColor = QColor(Qt::transparent);
 };
 
 } // namespace platform

@@ -39,6 +39,8 @@ public:
     void pushViewController(ViewController *controller, bool animated);
     // Pops the top screen unless it is the root; returns it (deleted later) or nullptr.
     ViewController *popViewController(bool animated);
+    // What the bar's automatic back button does: pops the top screen, animated.
+    Q_INVOKABLE void goBack() { popViewController(true); }
     // Pops every screen above `controller`; returns them, bottom first. Empty when `controller`
     // is not in the stack or already on top.
     QList<ViewController *> popToViewController(ViewController *controller, bool animated);

@@ -34,10 +34,10 @@ public:
     Q_INVOKABLE void reachEnd();
     // The user pulled past the end of the list or tapped the footer.
     Q_INVOKABLE void pullUp();
-    void beginRefreshing();
-    void endRefreshing();
-    void noticeNoMoreData();
-    void resetNoMoreData();
+    Q_INVOKABLE void beginRefreshing();
+    Q_INVOKABLE void endRefreshing();
+    Q_INVOKABLE void noticeNoMoreData();
+    Q_INVOKABLE void resetNoMoreData();
 
 signals:
     void stateChanged();

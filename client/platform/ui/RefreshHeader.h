@@ -36,8 +36,8 @@ public:
     Q_INVOKABLE void pull(qreal distance);
     // The finger let go.
     Q_INVOKABLE void release();
-    void beginRefreshing();
-    void endRefreshing();
+    Q_INVOKABLE void beginRefreshing();
+    Q_INVOKABLE void endRefreshing();
 
 signals:
     void stateChanged();

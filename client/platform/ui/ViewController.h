@@ -18,6 +18,9 @@ class Window;
 // One screen's controller. C++ creates and owns controllers; the QML shell shows `viewSource` for
 // it (a generic placeholder page when empty) and reports when its animations end.
 //
+// Inside a navigation stack the bar shows `leftBarItem` and `rightBarItem`; a pushed screen whose
+// left item is empty gets the platform's back button instead (hide the item to show nothing).
+//
 // Appearance runs through begin/endAppearanceTransition, which containers and the window call:
 // the first appearance loads the view (viewDidLoad, exactly once), then viewWillAppear; the end of
 // the transition brings viewDidAppear. Leaving mirrors it with viewWillDisappear/viewDidDisappear.
