@@ -26,6 +26,8 @@ struct JSONModel
 {
     Q_GADGET
 public:
+    bool operator==(const JSONModel &) const = default;
+
     using ElementType = JSONPropertyTable::ElementType;
     using ElementTypes = JSONPropertyTable::ElementTypes;
 
