@@ -32,7 +32,8 @@ Answer answerOf(QNetworkReply *reply)
 {
     Answer answer;
     const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-    const QByteArray bytes = reply->readAll();
+    // An aborted reply (time-out) is closed and has nothing left to read.
+    const QByteArray bytes = reply->isOpen() ? reply->readAll() : QByteArray();
     if (status.isValid() || !bytes.isEmpty())
         answer.body = bytes;
     const int code = status.toInt();

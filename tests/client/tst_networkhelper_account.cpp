@@ -69,7 +69,7 @@ private slots:
         QFETCH(QString, refusal);
         ScriptedStore store;
         QVERIFY(store.isListening());
-        store.server.setFallback(ScriptedResponse::json(R"({"status":"success","data":{}})"));
+        store.server.setFallback(ScriptedResponse::json("{\"status\":\"success\",\"data\":{}}"));
         platform::UserDefaults::standard().setObject(isCountdown, QStringLiteral("isCountdown"));
         state.setCountdown(countdown);
 
@@ -137,8 +137,8 @@ private slots:
         QTest::newRow("picture") << ScriptedResponse::text(PngBytes, "image/png") << true
                                  << QVariant(PngBytes);
         QTest::newRow("an envelope is just bytes here")
-                << ScriptedResponse::json(R"({"status":"error"})") << true
-                << QVariant(QByteArray(R"({"status":"error"})"));
+                << ScriptedResponse::json("{\"status\":\"error\"}") << true
+                << QVariant(QByteArray("{\"status\":\"error\"}"));
         QTest::newRow("server error") << ScriptedResponse::text("oops", "text/plain", 500) << false
                                       << QVariant(QByteArray("oops"));
         QTest::newRow("cut off") << ScriptedResponse::closeMidBody(PngBytes) << false

@@ -20,7 +20,7 @@ QByteArray nested(int depth, const QByteArray &inner = "1")
 // An envelope with status "success" whose "data" is a string of `size` bytes.
 QByteArray hugeEnvelope(qsizetype size)
 {
-    return R"({"status":"success","data":")" + QByteArray(size, 'x') + R"("})";
+    return "{\"status\":\"success\",\"data\":\"" + QByteArray(size, 'x') + "\"}";
 }
 
 } // namespace
@@ -41,72 +41,73 @@ private slots:
         QTest::addColumn<QString>("returned"); // "envelope", "empty" or "nothing"
 
         const auto bytes = [](const QByteArray &b) { return QVariant(b); };
-        QTest::newRow("success") << bytes(R"({"status":"success","data":{"n":1}})") << "success"
-                                 << QVariant(QVariantMap{{"n", 1}}) << QString() << "envelope";
-        QTest::newRow("success without data") << bytes(R"({"status":"success"})") << "success"
+        QTest::newRow("success") << bytes("{\"status\":\"success\",\"data\":{\"n\":1}}")
+                                 << "success" << QVariant(QVariantMap{{"n", 1}}) << QString()
+                                 << "envelope";
+        QTest::newRow("success without data") << bytes("{\"status\":\"success\"}") << "success"
                                               << QVariant() << QString() << "envelope";
         QTest::newRow("success with data a string")
-                << bytes(R"({"status":"success","data":"ok","url":"/orders/1"})") << "success"
-                << QVariant("ok") << QString() << "envelope";
-        QTest::newRow("fail: first of two texts")
-                << bytes(R"({"status":"fail","data":{"phone_number":["已被占用","格式不对"]}})")
-                << "failure" << QVariant() << "已被占用"
-                << "empty";
+                << bytes("{\"status\":\"success\",\"data\":\"ok\",\"url\":\"/orders/1\"}")
+                << "success" << QVariant("ok") << QString() << "envelope";
+        QTest::newRow("fail: first of two texts") << bytes(
+                "{\"status\":\"fail\",\"data\":{\"phone_number\":[\"已被占用\",\"格式不对\"]}}")
+                                                  << "failure" << QVariant() << "已被占用"
+                                                  << "empty";
         QTest::newRow("fail: a single text")
-                << bytes(R"({"status":"fail","data":{"captcha":"验证码错误"}})") << "failure"
+                << bytes("{\"status\":\"fail\",\"data\":{\"captcha\":\"验证码错误\"}}") << "failure"
                 << QVariant() << "验证码错误"
                 << "empty";
         QTest::newRow("fail: first field in dictionary order")
-                << bytes(R"({"status":"fail","data":{"zeta":["后"],"alpha":["先"]}})") << "failure"
-                << QVariant() << "先"
+                << bytes("{\"status\":\"fail\",\"data\":{\"zeta\":[\"后\"],\"alpha\":[\"先\"]}}")
+                << "failure" << QVariant() << "先"
                 << "empty";
-        QTest::newRow("fail: a number") << bytes(R"({"status":"fail","data":{"code":601}})")
+        QTest::newRow("fail: a number") << bytes("{\"status\":\"fail\",\"data\":{\"code\":601}}")
                                         << "failure" << QVariant() << "601"
                                         << "empty";
         QTest::newRow("fail: a dictionary")
-                << bytes(R"({"status":"fail","data":{"base":{"message":"m"}}})") << "failure"
-                << QVariant() << "{\n    message = m;\n}"
+                << bytes("{\"status\":\"fail\",\"data\":{\"base\":{\"message\":\"m\"}}}")
+                << "failure" << QVariant() << "{\n    message = m;\n}"
                 << "empty";
-        QTest::newRow("fail: an empty list") << bytes(R"({"status":"fail","data":{"f":[]}})")
+        QTest::newRow("fail: an empty list") << bytes("{\"status\":\"fail\",\"data\":{\"f\":[]}}")
                                              << "failure" << QVariant() << QString() << "empty";
-        QTest::newRow("fail: data a list") << bytes(R"({"status":"fail","data":["x"]})") << "silent"
-                                           << QVariant() << QString() << "empty";
-        QTest::newRow("fail: data a string") << bytes(R"({"status":"fail","data":"x"})") << "silent"
-                                             << QVariant() << QString() << "empty";
-        QTest::newRow("fail: data empty") << bytes(R"({"status":"fail","data":{}})") << "silent"
+        QTest::newRow("fail: data a list") << bytes("{\"status\":\"fail\",\"data\":[\"x\"]}")
+                                           << "silent" << QVariant() << QString() << "empty";
+        QTest::newRow("fail: data a string") << bytes("{\"status\":\"fail\",\"data\":\"x\"}")
+                                             << "silent" << QVariant() << QString() << "empty";
+        QTest::newRow("fail: data empty") << bytes("{\"status\":\"fail\",\"data\":{}}") << "silent"
                                           << QVariant() << QString() << "empty";
-        QTest::newRow("fail: no data") << bytes(R"({"status":"fail","message":"m"})") << "silent"
-                                       << QVariant() << QString() << "empty";
+        QTest::newRow("fail: no data") << bytes("{\"status\":\"fail\",\"message\":\"m\"}")
+                                       << "silent" << QVariant() << QString() << "empty";
         QTest::newRow("error with message")
-                << bytes(R"({"status":"error","message":"请先登录","code":401})") << "failure"
-                << QVariant() << "请先登录"
+                << bytes("{\"status\":\"error\",\"message\":\"请先登录\",\"code\":401}")
+                << "failure" << QVariant() << "请先登录"
                 << "empty";
-        QTest::newRow("error without message") << bytes(R"({"status":"error"})") << "failure"
+        QTest::newRow("error without message") << bytes("{\"status\":\"error\"}") << "failure"
                                                << QVariant() << QString() << "empty";
         QTest::newRow("status a number")
-                << bytes(R"({"status":1,"message":"m"})") << "failure" << QVariant() << "m"
+                << bytes("{\"status\":1,\"message\":\"m\"}") << "failure" << QVariant() << "m"
                 << "empty";
         QTest::newRow("status null, message a number")
-                << bytes(R"({"status":null,"message":5})") << "failure" << QVariant() << "5"
+                << bytes("{\"status\":null,\"message\":5}") << "failure" << QVariant() << "5"
                 << "empty";
         QTest::newRow("no status")
-                << bytes(R"({"data":{}})") << "failure" << QVariant() << Unreadable << "nothing";
-        QTest::newRow("top-level array") << bytes(R"([{"status":"success"}])") << "failure"
+                << bytes("{\"data\":{}}") << "failure" << QVariant() << Unreadable << "nothing";
+        QTest::newRow("top-level array") << bytes("[{\"status\":\"success\"}]") << "failure"
                                          << QVariant() << Unreadable << "nothing";
         QTest::newRow("top-level string")
-                << bytes(R"("success")") << "failure" << QVariant() << Unreadable << "nothing";
+                << bytes("\"success\"") << "failure" << QVariant() << Unreadable << "nothing";
         QTest::newRow("empty body")
                 << bytes("") << "failure" << QVariant() << Unreadable << "nothing";
         QTest::newRow("no body") << QVariant() << "failure" << QVariant() << Unreadable
                                  << "nothing";
         QTest::newRow("html page") << bytes("<html><body>502 Bad Gateway</body></html>")
                                    << "failure" << QVariant() << Unreadable << "nothing";
-        QTest::newRow("truncated") << bytes(R"({"status":"success","da)") << "failure" << QVariant()
-                                   << Unreadable << "nothing";
+        QTest::newRow("truncated") << bytes("{\"status\":\"success\",\"da") << "failure"
+                                   << QVariant() << Unreadable << "nothing";
         QTest::newRow("nested 10000 deep")
                 << bytes(nested(10000)) << "failure" << QVariant() << Unreadable << "nothing";
         QTest::newRow("data nested 10000 deep")
-                << bytes(R"({"status":"success","data":)" + nested(10000) + "}") << "failure"
+                << bytes("{\"status\":\"success\",\"data\":" + nested(10000) + "}") << "failure"
                 << QVariant() << Unreadable << "nothing";
     }
 
@@ -147,7 +148,7 @@ private slots:
     void parsersToleratesMissingCallbacks()
     {
         QVERIFY(!NetWorkHelper::parseResponse(QByteArray("x"), {}, {}).isValid());
-        QCOMPARE(NetWorkHelper::parseResponse(QByteArray(R"({"status":"e"})"), {}, {}),
+        QCOMPARE(NetWorkHelper::parseResponse(QByteArray("{\"status\":\"e\"}"), {}, {}),
                  QVariant(QVariantMap()));
         QCOMPARE(NetWorkHelper::parseQiNiuResponse(QByteArray("x"), {}, {}),
                  QVariant(QVariantMap()));
@@ -160,21 +161,22 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::addColumn<bool>("bodyExpected"); // EndFn gets bytes, not nothing
 
-        QTest::newRow("200 success") << ScriptedResponse::json(R"({"status":"success","data":1})")
-                                     << "success" << QString() << true;
-        QTest::newRow("500 with a success envelope")
-                << ScriptedResponse::json(R"({"status":"success","data":1})", 500) << "success"
+        QTest::newRow("200 success")
+                << ScriptedResponse::json("{\"status\":\"success\",\"data\":1}") << "success"
                 << QString() << true;
-        QTest::newRow("404 with a failure envelope")
-                << ScriptedResponse::json(R"({"status":"error","message":"没有这个游戏"})", 404)
-                << "failure"
-                << "没有这个游戏" << true;
+        QTest::newRow("500 with a success envelope")
+                << ScriptedResponse::json("{\"status\":\"success\",\"data\":1}", 500) << "success"
+                << QString() << true;
+        QTest::newRow("404 with a failure envelope") << ScriptedResponse::json(
+                "{\"status\":\"error\",\"message\":\"没有这个游戏\"}", 404)
+                                                     << "failure"
+                                                     << "没有这个游戏" << true;
         QTest::newRow("422 with a validation envelope")
-                << ScriptedResponse::json(R"({"status":"fail","data":{"q":["太短"]}})", 422)
+                << ScriptedResponse::json("{\"status\":\"fail\",\"data\":{\"q\":[\"太短\"]}}", 422)
                 << "failure"
                 << "太短" << true;
         QTest::newRow("fail with data a string")
-                << ScriptedResponse::json(R"({"status":"fail","data":"x"})") << "silent"
+                << ScriptedResponse::json("{\"status\":\"fail\",\"data\":\"x\"}") << "silent"
                 << QString() << true;
         QTest::newRow("404 empty")
                 << ScriptedResponse::json("", 404) << "failure" << Unreadable << true;
@@ -183,7 +185,7 @@ private slots:
                 << ScriptedResponse::text("<html><body>Bad Gateway</body></html>", "text/html", 502)
                 << "failure" << Unreadable << true;
         QTest::newRow("connection closed mid-body")
-                << ScriptedResponse::closeMidBody(R"({"status":"success","data":[1,2,3,4]})")
+                << ScriptedResponse::closeMidBody("{\"status\":\"success\",\"data\":[1,2,3,4]}")
                 << "failure" << Unreadable << true;
         QTest::newRow("20 MB envelope")
                 << ScriptedResponse::json(hugeEnvelope(20 << 20)) << "success" << QString() << true;
@@ -289,7 +291,7 @@ private slots:
         QFETCH(Operation, operation);
         ScriptedStore store;
         QVERIFY(store.isListening());
-        store.server.setFallback(ScriptedResponse::json(R"({"status":"success"})"));
+        store.server.setFallback(ScriptedResponse::json("{\"status\":\"success\"}"));
         CallbackRecorder recorder(&store.server);
         callWith(operation, recorder);
         QCOMPARE(recorder.order, QStringList{"start"}); // synchronously, inside the call
@@ -325,7 +327,7 @@ private slots:
         QVERIFY(store.isListening());
         for (int id = 1; id <= 3; ++id) {
             store.server.route(QStringLiteral("/products/%1.json").arg(id),
-                               ScriptedResponse::json(R"({"status":"success","data":)"
+                               ScriptedResponse::json("{\"status\":\"success\",\"data\":"
                                                       + QByteArray::number(id) + "}")
                                        .withDelay(400 - id * 100));
         }
@@ -348,7 +350,7 @@ private slots:
     {
         ScriptedStore store;
         QVERIFY(store.isListening());
-        store.server.setFallback(ScriptedResponse::json(R"({"status":"success","data":{}})"));
+        store.server.setFallback(ScriptedResponse::json("{\"status\":\"success\",\"data\":{}}"));
         CallbackRecorder recorder;
         const StartFn meddling = [](const QVariantMap &params) {
             // The map handed over is the helper's own, not const: writing to it is allowed and

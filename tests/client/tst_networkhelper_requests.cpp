@@ -308,7 +308,7 @@ private slots:
         QFETCH(QStringList, fields);
         ScriptedStore store;
         QVERIFY(store.isListening());
-        store.server.setFallback(ScriptedResponse::json(R"({"status":"success","data":{}})"));
+        store.server.setFallback(ScriptedResponse::json("{\"status\":\"success\",\"data\":{}}"));
 
         CallbackRecorder recorder(&store.server);
         callWith(operation, recorder);
@@ -380,7 +380,7 @@ private slots:
         QFETCH(QString, rule);
         ScriptedStore store;
         QVERIFY(store.isListening());
-        store.server.setFallback(ScriptedResponse::json(R"({"status":"success"})"));
+        store.server.setFallback(ScriptedResponse::json("{\"status\":\"success\"}"));
 
         const QList<std::optional<Object_User>> users{userWithToken("t+k/="), userWithToken(""),
                                                       std::nullopt};
@@ -410,8 +410,8 @@ private slots:
     {
         ScriptedStore store;
         QVERIFY(store.isListening());
-        store.server.setFallback(ScriptedResponse::json(R"({"status":"success"})"));
-        for (const QString token : {QStringLiteral("first"), QStringLiteral("second")}) {
+        store.server.setFallback(ScriptedResponse::json("{\"status\":\"success\"}"));
+        for (const char *token : {"first", "second"}) {
             state.setUserLogin(userWithToken(token));
             CallbackRecorder recorder;
             NetWorkHelper::shareInstance()->cancleMyOrderListWithOrderID("1", {}, recorder.end(),
@@ -425,10 +425,10 @@ private slots:
     {
         ScriptedStore store;
         QVERIFY(store.isListening());
-        store.server.enqueue(ScriptedResponse::json(R"({"status":"success","data":{}})")
+        store.server.enqueue(ScriptedResponse::json("{\"status\":\"success\",\"data\":{}}")
                                      .withHeader("Set-Cookie", "_session=abc; path=/; HttpOnly")
                                      .withHeader("Set-Cookie", "cart_num=3; path=/"));
-        store.server.setFallback(ScriptedResponse::json(R"({"status":"success","data":[]})"));
+        store.server.setFallback(ScriptedResponse::json("{\"status\":\"success\",\"data\":[]}"));
         auto *helper = NetWorkHelper::shareInstance();
 
         CallbackRecorder signIn;

@@ -55,13 +55,13 @@ private slots:
         QTest::addColumn<bool>("succeeds");
         QTest::addColumn<bool>("decodedPassedOn"); // FailureFn gets the decoded answer
 
-        QTest::newRow("address") << QVariant(QByteArray(R"({"dest_url":"http://cdn/a.jpg"})"))
+        QTest::newRow("address") << QVariant(QByteArray("{\"dest_url\":\"http://cdn/a.jpg\"}"))
                                  << true << true;
         QTest::newRow("JSON without the address")
-                << QVariant(QByteArray(R"({"key":"a.jpg","hash":"x"})")) << false << true;
+                << QVariant(QByteArray("{\"key\":\"a.jpg\",\"hash\":\"x\"}")) << false << true;
         QTest::newRow("address null")
-                << QVariant(QByteArray(R"({"dest_url":null})")) << false << true;
-        QTest::newRow("a list") << QVariant(QByteArray(R"([{"dest_url":"x"}])")) << false << true;
+                << QVariant(QByteArray("{\"dest_url\":null}")) << false << true;
+        QTest::newRow("a list") << QVariant(QByteArray("[{\"dest_url\":\"x\"}]")) << false << true;
         QTest::newRow("not JSON") << QVariant(QByteArray("<html>413</html>")) << false << false;
         QTest::newRow("no answer") << QVariant() << false << false;
     }
@@ -93,7 +93,7 @@ private slots:
         const QUrl uploadUrl(tarvel::config::uploadUrl());
         if (!uploadUrl.toString().startsWith(store.server.baseUrl()))
             QSKIP("the upload address is configured to another host");
-        store.server.setFallback(ScriptedResponse::json(R"({"dest_url":"http://cdn/a.jpg"})"));
+        store.server.setFallback(ScriptedResponse::json("{\"dest_url\":\"http://cdn/a.jpg\"}"));
 
         CallbackRecorder recorder;
         NetWorkHelper::shareInstance()->uploadImageWithHeadImage(
@@ -136,17 +136,17 @@ private slots:
         QTest::addColumn<QStringList>("messages");
         QTest::addColumn<bool>("bodyExpected");
 
-        QTest::newRow("stored") << ScriptedResponse::json(R"({"dest_url":"http://cdn/a.jpg"})")
+        QTest::newRow("stored") << ScriptedResponse::json("{\"dest_url\":\"http://cdn/a.jpg\"}")
                                 << QStringList{"start", "end", "success"} << QStringList() << true;
         QTest::newRow("answer without address")
-                << ScriptedResponse::json(R"({"error":"bad token"})")
+                << ScriptedResponse::json("{\"error\":\"bad token\"}")
                 << QStringList{"start", "end", "failure"} << QStringList{UploadFailed} << true;
         QTest::newRow("refused: reported twice, network text last")
-                << ScriptedResponse::json(R"({"error":"expired"})", 401)
+                << ScriptedResponse::json("{\"error\":\"expired\"}", 401)
                 << QStringList{"start", "end", "failure", "failure"}
                 << QStringList{UploadFailed, NetworkError} << true;
         QTest::newRow("refused with an address still ends in the network text")
-                << ScriptedResponse::json(R"({"dest_url":"http://cdn/a.jpg"})", 500)
+                << ScriptedResponse::json("{\"dest_url\":\"http://cdn/a.jpg\"}", 500)
                 << QStringList{"start", "end", "success", "failure"} << QStringList{NetworkError}
                 << true;
         QTest::newRow("no answer")
@@ -192,7 +192,7 @@ private slots:
     {
         ScriptedStore store;
         QVERIFY(store.isListening());
-        store.server.setFallback(ScriptedResponse::json(R"({"dest_url":"http://cdn/a.jpg"})"));
+        store.server.setFallback(ScriptedResponse::json("{\"dest_url\":\"http://cdn/a.jpg\"}"));
         CallbackRecorder recorder;
         NetWorkHelper::shareInstance()->uploadImageWithHeadImage(
                 QImage(), credential(), recorder.start(), recorder.end(), recorder.success(),
