@@ -3,6 +3,7 @@
 #include "models/Object_QiNiu.h"
 #include "models/Object_UpFile.h"
 #include "models/Object_User.h"
+#include "models/Object_WeChatInfo.h"
 
 #include <QJsonDocument>
 #include <QTest>
@@ -32,6 +33,7 @@ private slots:
     void mapsQiNiuThroughItsKeyMapper();
     void roundTripsThroughDictionary();
     void upFileKeepsBytes();
+    void mapsWeChatPaymentParameters();
 };
 
 void TestModels::mapsUserFields_data()
@@ -153,6 +155,19 @@ void TestModels::upFileKeepsBytes()
     QCOMPARE(file->uploadFile, png);
     QCOMPARE(file->fileName, QStringLiteral("avatar.png"));
     QCOMPARE(JSONModel::toDictionary(*file), dictionary);
+}
+
+void TestModels::mapsWeChatPaymentParameters()
+{
+    const QVariant answer
+            = json(R"({"params_info":{"appid":"wx1","noncestr":"abc","package":"Sign=WXPay",
+        "partnerid":12345,"prepayid":"wx2024","sign":"F00D","timestamp":1700000000}})");
+    const auto info
+            = JSONModel::initWithDictionary<Object_WeChatInfo>(answer.toMap().value("params_info"));
+    QVERIFY(info.has_value());
+    QCOMPARE(QStringList({info->appid, info->noncestr, info->package, info->partnerid,
+                          info->prepayid, info->sign, info->timestamp}),
+             QStringList({"wx1", "abc", "Sign=WXPay", "12345", "wx2024", "F00D", "1700000000"}));
 }
 
 TARVEL_TEST_MAIN(TestModels)
