@@ -28,6 +28,7 @@ Item {
 
     Column {
         id: panel
+        objectName: "actionSheetPanel"
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.margins: 8

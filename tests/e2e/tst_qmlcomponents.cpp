@@ -6,6 +6,7 @@
 #include "platform/ui/Hud.h"
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/Switch.h"
+#include "platform/ui/TabBarController.h"
 #include "platform/ui/TextField.h"
 #include "platform/ui/ViewController.h"
 #include "platform/ui/Window.h"
@@ -316,6 +317,52 @@ private slots:
         QCOMPARE(layer->property("sheets").toList().size(), 0);
         QCOMPARE(navigation->topViewController()->appearance(), ViewController::Appeared);
         QTRY_VERIFY(!guard);
+
+        // A new root takes the sheets over the old one with it.
+        navigation->presentViewController(new Screen(QStringLiteral("新手引导")), false);
+        QCOMPARE(layer->property("sheets").toList().size(), 1);
+        window.setRootViewController(new NavigationController(new Screen(QStringLiteral("首页"))));
+        QCOMPARE(layer->property("sheets").toList().size(), 0);
+        QTRY_VERIFY(findText(root, QStringLiteral("首页")));
+        settle();
+    }
+
+    void tabsShowTheSelectedStack()
+    {
+        Window window;
+        auto *tabs = new TabBarController();
+        auto *home = new NavigationController(new Screen(QStringLiteral("首页")));
+        auto *messages = new NavigationController(new Screen(QStringLiteral("我的消息")));
+        tabs->setViewControllers({home, messages});
+        window.setRootViewController(tabs);
+        window.makeKeyAndVisible();
+        QQuickItem *root = create(
+                document("WindowView { tabBar: Component { Rectangle { objectName: \"strip\"; "
+                         "color: \"white\" } } }"),
+                {{"window", QVariant::fromValue(&window)}});
+        QVERIFY(root);
+        QTRY_VERIFY(findText(root, QStringLiteral("首页")));
+        QVERIFY(!findText(root, QStringLiteral("我的消息")));
+        const auto stripShown = [root] {
+            auto *strip = root->findChild<QQuickItem *>(QStringLiteral("strip"));
+            return strip && strip->isVisible();
+        };
+        QVERIFY(stripShown());
+
+        tabs->setSelectedIndex(1);
+        QTRY_VERIFY(findText(root, QStringLiteral("我的消息")));
+        QVERIFY(!findText(root, QStringLiteral("首页")));
+
+        // A pushed screen that asks for it hides the strip; popping brings it back.
+        auto *detail = new Screen(QStringLiteral("消息"));
+        detail->setHidesBottomBarWhenPushed(true);
+        messages->pushViewController(detail, false);
+        QTRY_VERIFY(!stripShown());
+        messages->popViewController(false);
+        QTRY_VERIFY(stripShown());
+        tabs->setTabBarHidden(true);
+        QTRY_VERIFY(!stripShown());
+        settle();
     }
 
     void boundControlsWriteBack()
@@ -425,7 +472,13 @@ private slots:
                     QStringLiteral("取消"), {QStringLiteral("删除")}, handler);
         QQuickItem *button = nullptr;
         QTRY_VERIFY((button = findText(root, tapped)));
-        QTest::qWait(300); // let the sheet finish sliding up before aiming at it
+        if (sheet) { // aim once the sheet has slid all the way up
+            auto *panel = root->findChild<QQuickItem *>(QStringLiteral("actionSheetPanel"));
+            QVERIFY(panel);
+            QTRY_VERIFY(qAbs(panel->y() + panel->height() + 8 - panel->parentItem()->height())
+                        < 0.5);
+        }
+        QVERIFY(waitForFrame()); // laid out where the user sees it
         click(m_window.get(), button);
         QCOMPARE(chosen, index);
         QVERIFY(!AlertCenter::shared().isActive());

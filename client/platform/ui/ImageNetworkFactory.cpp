@@ -1,30 +1,16 @@
 #include "platform/ui/ImageNetworkFactory.h"
 
 #include "platform/HTTPCookieStorage.h"
+#include "platform/SandboxPaths.h"
 #include "platform/ui/CookieJarProxy.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QNetworkAccessManager>
 #include <QNetworkDiskCache>
 #include <QQmlEngine>
-#include <QStandardPaths>
 #include <QThread>
 
 namespace platform {
-
-namespace {
-
-// The app home as the sandbox defines it: TARVEL_HOME, else the platform's app-data folder.
-QString appHome()
-{
-    const QString home = qEnvironmentVariable("TARVEL_HOME");
-    if (!home.isEmpty())
-        return home;
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-}
-
-} // namespace
 
 ImageNetworkFactory::ImageNetworkFactory()
 {
@@ -34,7 +20,8 @@ ImageNetworkFactory::ImageNetworkFactory()
 
 QString ImageNetworkFactory::cacheDirectory()
 {
-    return QDir(appHome()).filePath(QStringLiteral("Library/Caches/images"));
+    const QString caches = SandboxPaths::caches();
+    return caches.isEmpty() ? QString() : QDir(caches).filePath(QStringLiteral("images"));
 }
 
 QNetworkAccessManager *ImageNetworkFactory::create(QObject *parent)
@@ -47,10 +34,13 @@ QNetworkAccessManager *ImageNetworkFactory::create(QObject *parent)
         auto *proxy = new CookieJarProxy(store);
         manager->setCookieJar(proxy); // the manager owns the proxy
     }
-    auto *cache = new QNetworkDiskCache(manager);
-    cache->setCacheDirectory(cacheDirectory());
-    cache->setMaximumCacheSize(MaximumCacheSize);
-    manager->setCache(cache);
+    const QString directory = cacheDirectory();
+    if (!directory.isEmpty()) { // without a cache folder pictures still load, uncached
+        auto *cache = new QNetworkDiskCache(manager);
+        cache->setCacheDirectory(directory);
+        cache->setMaximumCacheSize(MaximumCacheSize);
+        manager->setCache(cache);
+    }
     return manager;
 }
 
