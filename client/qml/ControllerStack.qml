@@ -64,14 +64,21 @@ StackView {
         }
     }
 
+    // The controller this stack currently draws for; it waits for this stack's slides.
+    property NavigationController drivenController: null
+
+    function drive(controller) {
+        if (drivenController && drivenController !== controller)
+            drivenController.transitionsDrivenByView = false
+        drivenController = controller
+        if (controller)
+            controller.transitionsDrivenByView = true
+    }
+
     onBusyChanged: settle()
     onNavigationControllerChanged: {
-        if (navigationController)
-            navigationController.transitionsDrivenByView = true
+        drive(navigationController)
         rebuild(false)
     }
-    Component.onDestruction: {
-        if (navigationController)
-            navigationController.transitionsDrivenByView = false
-    }
+    Component.onDestruction: drive(null)
 }

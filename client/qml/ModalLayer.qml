@@ -127,13 +127,20 @@ Item {
         }
     }
 
+    // The window this layer currently draws for; it waits for this layer's slides.
+    property PlatformWindow drivenWindow: null
+
+    function drive(target) {
+        if (drivenWindow && drivenWindow !== target)
+            drivenWindow.transitionsDrivenByView = false
+        drivenWindow = target
+        if (target)
+            target.transitionsDrivenByView = true
+    }
+
     onWindowChanged: {
-        if (window)
-            window.transitionsDrivenByView = true
+        drive(window)
         rebuild()
     }
-    Component.onDestruction: {
-        if (window)
-            window.transitionsDrivenByView = false
-    }
+    Component.onDestruction: drive(null)
 }

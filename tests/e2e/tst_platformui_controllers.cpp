@@ -438,6 +438,18 @@ private slots:
         QCOMPARE(fresh->window(), &f.window);
     }
 
+    void rootDeletedFromOutsideEmptiesTheWindow()
+    {
+        StackFixture f;
+        f.build(QStringLiteral("A"));
+        f.show();
+        QSignalSpy rootChanged(&f.window, &Window::rootViewControllerChanged);
+        delete f.navigation;
+        QCOMPARE(rootChanged.count(), 1);
+        QCOMPARE(f.window.rootViewController(), nullptr);
+        QCOMPARE(f.window.topViewController(), nullptr);
+    }
+
     void hiddenWindowShowsOnlyWhatIsOnTopWhenShown()
     {
         StackFixture f;

@@ -285,6 +285,15 @@ private slots:
         QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, backButton);
         QCOMPARE(triggered.count(), 1);
         QCOMPARE(navigation->depth(), 1);
+
+        // A stack given another controller stops holding up the first one's transitions.
+        NavigationController other(new Screen(QStringLiteral("其他")));
+        stack->setProperty("navigationController", QVariant::fromValue(&other));
+        QVERIFY(other.transitionsDrivenByView());
+        QVERIFY(!navigation->transitionsDrivenByView());
+        QTRY_VERIFY(findText(root, QStringLiteral("其他")));
+        stack->setProperty("navigationController", QVariant::fromValue(navigation));
+        QVERIFY(!other.transitionsDrivenByView());
     }
 
     void sheetsSlideOverEverything()

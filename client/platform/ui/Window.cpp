@@ -34,10 +34,17 @@ void Window::setRootViewController(ViewController *root)
     ViewController *leaving = topViewController();
     if (old)
         old->m_window = nullptr;
+    if (old)
+        disconnect(old, &QObject::destroyed, this, nullptr);
     m_root = root;
     if (root) {
         root->setParent(this);
         root->m_window = this;
+        // A root deleted from outside leaves an empty window behind, and says so.
+        connect(root, &QObject::destroyed, this, [this] {
+            emit rootViewControllerChanged();
+            emit presentedViewControllersChanged();
+        });
     }
     AppearanceTransition::Change change;
     change.from = leaving;
