@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
+#include <QVariantMap>
 
 namespace platform {
 class Button;
@@ -46,6 +47,12 @@ public:
     void TimerCountdown();
     // One tick of the countdown; a second unless a test shortens it.
     void setCountdownTickInterval(int ms) { m_tickInterval = ms; }
+
+    // The outside parties: sharing, push and WeChat payment (AppDelegateKits.cpp).
+    void initWithShareSDK();
+    void initWithGeTui(const QVariantMap &launchOptions);
+    void applicationDidBecomeActive();
+    void applicationDidEnterBackground();
 
 signals:
     void userLoginChanged();
