@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ui/Button.h"
+#include "platform/ui/Label.h"
 #include "service/ApplicationState.h"
 
 #include <QObject>
@@ -8,8 +10,6 @@
 #include <QVariantMap>
 
 namespace platform {
-class Button;
-class Label;
 class Window;
 } // namespace platform
 
