@@ -10,6 +10,8 @@
 
 #include <QJsonDocument>
 
+#include <sys/socket.h>
+
 namespace {
 
 QString textForStatus(int status)
@@ -99,6 +101,12 @@ void StoreServer::configureServer()
     m_server->set_payload_max_length(kMaxBodyBytes);
     m_server->set_keep_alive_max_count(1000);
     m_server->set_keep_alive_timeout(5);
+    // The library's default adds SO_REUSEPORT, which would let a second store share the port
+    // silently instead of failing to start.
+    m_server->set_socket_options([](socket_t socket) {
+        int yes = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
 
     auto handler = [this](const httplib::Request &request, httplib::Response &response) {
         dispatch(request, response);
@@ -175,10 +183,17 @@ bool StoreServer::bind()
 
 void StoreServer::listen()
 {
-    m_server->listen_after_bind();
+    if (!m_stopRequested)
+        m_server->listen_after_bind();
 }
 
 void StoreServer::stop()
 {
+    m_stopRequested = true;
     m_server->stop();
+}
+
+bool StoreServer::isRunning() const
+{
+    return m_server->is_running();
 }

@@ -3,6 +3,7 @@
 #include "StoreOptions.h"
 #include "http/Router.h"
 
+#include <atomic>
 #include <memory>
 
 class StoreContext;
@@ -27,9 +28,10 @@ public:
 
     // Binds the socket; returns false when the address is taken. port() is valid afterwards.
     bool bind();
-    // Serves until stop(); blocks the calling thread.
+    // Serves until stop(); blocks the calling thread. Returns at once after an earlier stop().
     void listen();
     void stop();
+    bool isRunning() const;
     int port() const { return m_port; }
     StoreContext &context() { return *m_context; }
 
@@ -43,4 +45,5 @@ private:
     Router m_router;
     std::unique_ptr<httplib::Server> m_server;
     int m_port = 0;
+    std::atomic<bool> m_stopRequested{false};
 };

@@ -52,6 +52,9 @@ void InProcessStore::start()
     }
     m_port = m_server->port();
     m_thread = std::thread([server = m_server.get()] { server->listen(); });
+    // stop() only reaches a server that is already listening
+    for (int waited = 0; !m_server->isRunning() && waited < 5000; ++waited)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
 void InProcessStore::stop()
