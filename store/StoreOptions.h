@@ -17,7 +17,8 @@ struct StoreOptions
     // Addresses in answers (pictures, mail links, upload results) start with this; empty means
     // "http://" followed by the Host header of the request being answered.
     QString publicBaseUrl;
-    int threads = 16;
+    // Each open keep-alive connection holds one while it lasts.
+    int threads = 32;
     // One line per request goes here; nullptr keeps quiet.
     std::FILE *requestLog = stdout;
     // SMS and mails are also printed here when the sandbox is on; nullptr keeps quiet.

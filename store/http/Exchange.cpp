@@ -7,10 +7,12 @@
 
 #include <httplib.h>
 
+#include <algorithm>
+#include <cctype>
+
 #include <QDateTime>
 #include <QJsonDocument>
 #include <QNetworkCookie>
-#include <QRegularExpression>
 
 namespace {
 
@@ -24,10 +26,15 @@ QNetworkCookie sessionCookie(const QByteArray &value, qint64 lifetimeSeconds)
     return cookie;
 }
 
+// A Host header that can go into links as it is: letters, digits, dots, dashes, colons, brackets.
 bool isPlainHost(const std::string &host)
 {
-    static const QRegularExpression allowed(QStringLiteral("^[A-Za-z0-9.\\-:\\[\\]]{1,255}$"));
-    return allowed.match(QString::fromStdString(host)).hasMatch();
+    if (host.empty() || host.size() > 255)
+        return false;
+    return std::all_of(host.begin(), host.end(), [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) || c == '.' || c == '-' || c == ':'
+               || c == '[' || c == ']';
+    });
 }
 
 } // namespace
@@ -76,28 +83,38 @@ qint64 Exchange::routeId(const std::string &name) const
 
 bool Exchange::hasField(const std::string &name) const
 {
-    return m_request.has_param(name);
+    return m_request.has_param(name)
+           || (m_request.has_file(name) && m_request.get_file_value(name).filename.empty());
 }
 
 QString Exchange::field(const std::string &name) const
 {
-    if (!m_request.has_param(name))
+    std::string value;
+    if (m_request.has_param(name))
+        value = m_request.get_param_value(name);
+    else if (m_request.has_file(name) && m_request.get_file_value(name).filename.empty())
+        value = m_request.get_file_value(name).content; // a plain field of a multipart form
+    else
         return {};
     // Nothing the client sends is longer; a longer value is cut rather than stored whole.
-    return QString::fromUtf8(m_request.get_param_value(name)).left(4096);
+    return QString::fromUtf8(value).left(4096);
 }
 
 QStringList Exchange::fieldList(const std::string &name) const
 {
+    // "name=1&name=2", "name[]=1&name[]=2", "name[0]=1&name[1]=2" and "name=1,2" all give 1 and 2.
     QStringList values;
-    for (const std::string &key : {name, name + "[]"}) {
-        const auto range = m_request.params.equal_range(key);
-        for (auto it = range.first; it != range.second; ++it) {
-            for (const QString &piece : QString::fromUtf8(it->second).split(QLatin1Char(','))) {
-                const QString trimmed = piece.trimmed();
-                if (!trimmed.isEmpty())
-                    values.append(trimmed);
-            }
+    for (const auto &[key, value] : m_request.params) {
+        const bool matches
+                = key == name
+                  || (key.size() > name.size() + 1 && key.compare(0, name.size(), name) == 0
+                      && key[name.size()] == '[' && key.back() == ']');
+        if (!matches)
+            continue;
+        for (const QString &piece : QString::fromUtf8(value).split(QLatin1Char(','))) {
+            const QString trimmed = piece.trimmed();
+            if (!trimmed.isEmpty())
+                values.append(trimmed);
         }
     }
     return values;

@@ -138,6 +138,30 @@ private slots:
         verifyEnvelope(answer.mid(answer.indexOf("\r\n\r\n") + 4));
     }
 
+    void multipartFormsAreReadLikeUrlEncodedOnes()
+    {
+        InProcessStore store;
+        StoreClient client(store.baseUrl());
+        auto *parts = new QHttpMultiPart(QHttpMultiPart::FormDataType);
+        for (const auto &[name, value] : Form{{"account[login_name]", StoreSeed::kDemoPhone},
+                                              {"account[password]", StoreSeed::kDemoPassword}}) {
+            QHttpPart part;
+            part.setHeader(QNetworkRequest::ContentDispositionHeader,
+                           QStringLiteral("form-data; name=\"%1\"").arg(name));
+            part.setBody(value.toUtf8());
+            parts->append(part);
+        }
+        QNetworkAccessManager manager;
+        QNetworkReply *reply = manager.post(
+                QNetworkRequest(QUrl(store.baseUrl() + QStringLiteral("/sign_in.json"))), parts);
+        parts->setParent(reply);
+        QSignalSpy finished(reply, &QNetworkReply::finished);
+        QVERIFY(finished.wait(10000));
+        const QJsonObject envelope = QJsonDocument::fromJson(reply->readAll()).object();
+        QCOMPARE(envelope.value("status").toString(), QStringLiteral("success"));
+        reply->deleteLater();
+    }
+
     void sqlMetacharactersChangeNothing()
     {
         InProcessStore store;

@@ -183,6 +183,27 @@ private slots:
         QCOMPARE(m_phone->get(QStringLiteral("/cart.json")).array().size(), 2);
     }
 
+    void gameIdListsInEveryEncoding_data()
+    {
+        QTest::addColumn<Form>("ids");
+        QTest::newRow("repeated") << Form{{"game_ids", "5"}, {"game_ids", "12"}};
+        QTest::newRow("brackets") << Form{{"game_ids[]", "5"}, {"game_ids[]", "12"}};
+        QTest::newRow("indexed") << Form{{"game_ids[0]", "5"}, {"game_ids[1]", "12"}};
+        QTest::newRow("commas") << Form{{"game_ids", "5, 12"}};
+    }
+    void gameIdListsInEveryEncoding()
+    {
+        QFETCH(Form, ids);
+        const Answer answer
+                = m_phone->post(QStringLiteral("/cart/submit.json"), m_phone->withToken(ids));
+        QVERIFY2(answer.ok(), answer.body);
+        const QJsonArray games = checkout(*m_phone, answer.object().value("order_id").toInteger())
+                                         .value("order_games")
+                                         .toArray();
+        QCOMPARE(games.size(), 2);
+        QCOMPARE(cartNum(answer), 0);
+    }
+
     void ordersFromTheCartAndForOneGame()
     {
         const Answer submitted = m_phone->post(
