@@ -119,7 +119,7 @@ QList<Order> page(SQLite::Database &db, qint64 accountId, const QString &state, 
 {
     SQLite::Statement query(db, std::string(kOrderColumns)
                                         + "WHERE account_id = ? AND (? = '' OR state = ?) "
-                                          "ORDER BY id DESC LIMIT ? OFFSET ?");
+                                          "ORDER BY created_at DESC, id DESC LIMIT ? OFFSET ?");
     query.bind(1, static_cast<int64_t>(accountId));
     Sql::bind(query, 2, state);
     Sql::bind(query, 3, state);
