@@ -10,6 +10,7 @@
 
 #include <pthread.h>
 
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -27,20 +28,26 @@ QCommandLineOption option(const char *name, const char *description, const char 
                               QString::fromLatin1(fallback ? fallback : ""));
 }
 
-// SIGINT and SIGTERM are taken by one thread, which stops the server; the other threads never
-// see them, so no request is cut off in the middle of a write.
+sigset_t stopSignals()
+{
+    sigset_t stopSet;
+    sigemptyset(&stopSet);
+    sigaddset(&stopSet, SIGINT);
+    sigaddset(&stopSet, SIGTERM);
+    return stopSet;
+}
+
+// SIGINT and SIGTERM are blocked in every thread from the start of main (threads inherit the
+// mask) and taken by this one, which stops the server; no request is cut off in a write.
 class SignalWatcher
 {
 public:
     explicit SignalWatcher(StoreServer &server)
     {
-        sigemptyset(&m_signals);
-        sigaddset(&m_signals, SIGINT);
-        sigaddset(&m_signals, SIGTERM);
-        pthread_sigmask(SIG_BLOCK, &m_signals, nullptr);
         m_thread = std::thread([this, &server] {
+            const sigset_t stopSet = stopSignals();
             int received = 0;
-            sigwait(&m_signals, &received);
+            sigwait(&stopSet, &received);
             if (!m_done) {
                 std::printf("tarvel-store: %s, stopping\n", strsignal(received));
                 std::fflush(stdout);
@@ -56,7 +63,6 @@ public:
     }
 
 private:
-    sigset_t m_signals;
     std::atomic<bool> m_done{false};
     std::thread m_thread;
 };
@@ -71,6 +77,8 @@ int main(int argc, char *argv[])
         arguments.removeAt(1);
         return PushCommand::run(arguments);
     }
+    const sigset_t stopSet = stopSignals();
+    pthread_sigmask(SIG_BLOCK, &stopSet, nullptr);
     // Pictures with text need Qt's font machinery, which needs a GUI application; the store never
     // shows a window, so it runs on the offscreen platform.
     qputenv("QT_QPA_PLATFORM", "offscreen");
