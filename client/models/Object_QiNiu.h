@@ -21,6 +21,8 @@ public:
     QString tarvel_token;
     QString bucket_name;
 
+    bool operator==(const Object_QiNiu &) const = default;
+
     static QHash<QString, QString> keyMapper()
     {
         return {{QStringLiteral("token"), QStringLiteral("token")},

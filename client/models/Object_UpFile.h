@@ -18,4 +18,6 @@ public:
     QString uploadName;
     QString fileName;
     QString mimeType;
+
+    bool operator==(const Object_UpFile &) const = default;
 };

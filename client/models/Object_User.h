@@ -21,4 +21,6 @@ public:
     QString token;
     QString avatar;
     QString phone_number;
+
+    bool operator==(const Object_User &) const = default;
 };

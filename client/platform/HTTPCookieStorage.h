@@ -5,6 +5,8 @@
 #include <QNetworkCookieJar>
 #include <QUrl>
 
+class QNetworkAccessManager;
+
 namespace platform {
 
 // The one cookie store of the app: NetWorkHelper's network manager and the QML image loader both
@@ -17,12 +19,12 @@ public:
 
     QList<QNetworkCookie> cookiesForURL(const QUrl &url) const;
     QList<QNetworkCookie> cookies() const;
-    void
-    setCookie(const QNetworkCookie &cookie); // replaces a cookie of the same name, domain, path
+    // Replaces a cookie of the same name, domain and path; an expired cookie only removes it.
+    void setCookie(const QNetworkCookie &cookie);
     bool deleteCookie(const QNetworkCookie &cookie) override;
 
     // Makes `manager` use the shared store without taking ownership of it.
-    static void attachTo(class QNetworkAccessManager *manager);
+    static void attachTo(QNetworkAccessManager *manager);
 
 private:
     using QNetworkCookieJar::QNetworkCookieJar;

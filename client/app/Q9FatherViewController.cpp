@@ -1,0 +1,116 @@
+#include "app/Q9FatherViewController.h"
+
+#include "app/ICTabBarController.h"
+#include "platform/ui/BarButtonItem.h"
+
+#include <QTimer>
+
+namespace {
+
+const QColor DefaultItemTitleColor(110, 185, 43);
+
+// Screens whose rows must receive taps; the end-editing tap never reaches them.
+constexpr const char *RowTappingScreens[] = {
+        "TabFiveViewController",     "LibraryViewController",   "BindingPackageViewContoller",
+        "GoodsDetailViewController", "MyMessageViewController", "TabThreeViewController",
+};
+
+} // namespace
+
+Q9FatherViewController::Q9FatherViewController(QObject *parent)
+    : platform::ViewController(parent)
+{
+    setHidesBottomBarWhenPushed(true);
+    connect(leftBarItem(), &platform::BarButtonItem::triggered, this,
+            [this] { setNavLeftAction(); });
+    connect(rightBarItem(), &platform::BarButtonItem::triggered, this,
+            [this] { setNavRightAction(); });
+}
+
+void Q9FatherViewController::viewDidLoad()
+{
+    platform::ViewController::viewDidLoad();
+    setBackgroundColor(QColor(210, 210, 210));
+    setNavTitleWithString(QString());
+    setNavTitleAttributesWithTextColor(Qt::white, 16);
+    setNavBarBackgroundColor(QColor(60, 102, 183));
+    setNavLeftDefaultItemWithImageIcon(QStringLiteral("navLeftImageIcon"), QString());
+    setNavRightDefaultItemWithImageIcon(QStringLiteral("navRightImageIcon"), QString());
+    // After the subclass's own view-load code has run.
+    QTimer::singleShot(0, this, [this] { setLoadViewAction(); });
+}
+
+void Q9FatherViewController::viewWillAppear(bool animated)
+{
+    platform::ViewController::viewWillAppear(animated);
+    QTimer::singleShot(0, this, [this] { setRefleshDataAction(); });
+}
+
+void Q9FatherViewController::setBackgroundColor(const QColor &color)
+{
+    if (m_backgroundColor == color)
+        return;
+    m_backgroundColor = color;
+    emit appearanceStyleChanged();
+}
+
+void Q9FatherViewController::setNavHidden(bool hidden)
+{
+    setNavigationBarHidden(hidden);
+}
+
+void Q9FatherViewController::setNavTitleWithString(const QString &title)
+{
+    setTitle(title);
+}
+
+void Q9FatherViewController::setNavTitleAttributesWithTextColor(const QColor &color, int fontSize)
+{
+    m_navTitleColor = color;
+    m_navTitleFontSize = fontSize;
+    emit appearanceStyleChanged();
+}
+
+void Q9FatherViewController::setNavBarBackgroundColor(const QColor &color)
+{
+    m_navBarColor = color;
+    emit appearanceStyleChanged();
+}
+
+void Q9FatherViewController::setNavLeftDefaultItemWithImageIcon(const QString &imageName,
+                                                                const QString &title)
+{
+    leftBarItem()->configure(imageName, title);
+    leftBarItem()->setTitleColor(DefaultItemTitleColor);
+}
+
+void Q9FatherViewController::setNavRightDefaultItemWithImageIcon(const QString &imageName,
+                                                                 const QString &title)
+{
+    rightBarItem()->configure(imageName, title);
+    rightBarItem()->setTitleColor(DefaultItemTitleColor);
+}
+
+void Q9FatherViewController::hideTabBar(bool hidden)
+{
+    if (auto *tabBar = qobject_cast<ICTabBarController *>(tabBarController()))
+        tabBar->hideTabBar(hidden);
+}
+
+void Q9FatherViewController::setEndEdingAction()
+{
+    emit endEditingRequested();
+}
+
+bool Q9FatherViewController::shouldReceiveEndEditingTap(bool touchedTextField,
+                                                        bool touchedTableCellContent) const
+{
+    if (touchedTextField || touchedTableCellContent)
+        return false;
+    const QLatin1StringView className(metaObject()->className());
+    for (const char *screen : RowTappingScreens) {
+        if (className == QLatin1StringView(screen))
+            return false;
+    }
+    return true;
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/ui/ViewController.h"
+
+#include <QColor>
+
+namespace platform {
+class BarButtonItem;
+}
+
+// The base of every screen. The template: on view load the screen gets the shared look (grey
+// background, blue bar, white 16-point title, the two default bar items) and then, one pass of the
+// main queue later, setLoadViewAction builds its view once; each time it is about to appear,
+// setRefleshDataAction (deferred the same way) loads or reloads its data.
+class Q9FatherViewController : public platform::ViewController
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor backgroundColor READ backgroundColor NOTIFY appearanceStyleChanged)
+    Q_PROPERTY(QColor navTitleColor READ navTitleColor NOTIFY appearanceStyleChanged)
+    Q_PROPERTY(int navTitleFontSize READ navTitleFontSize NOTIFY appearanceStyleChanged)
+    Q_PROPERTY(QColor navBarColor READ navBarColor NOTIFY appearanceStyleChanged)
+public:
+    explicit Q9FatherViewController(QObject *parent = nullptr);
+
+    QColor backgroundColor() const { return m_backgroundColor; }
+    void setBackgroundColor(const QColor &color);
+    QColor navTitleColor() const { return m_navTitleColor; }
+    int navTitleFontSize() const { return m_navTitleFontSize; }
+    QColor navBarColor() const { return m_navBarColor; }
+
+    void setNavHidden(bool hidden);
+    void setNavTitleWithString(const QString &title);
+    void setNavTitleAttributesWithTextColor(const QColor &color, int fontSize);
+    void setNavBarBackgroundColor(const QColor &color);
+    // The default items: the picture and title in a 44-point button flush with the screen edge,
+    // title colour RGB 110,185,43; tapping sends setNavLeftAction / setNavRightAction.
+    void setNavLeftDefaultItemWithImageIcon(const QString &imageName, const QString &title);
+    void setNavRightDefaultItemWithImageIcon(const QString &imageName, const QString &title);
+
+    // Shows or hides the tab strip of the tab bar controller this screen lives in, if any.
+    void hideTabBar(bool hidden);
+
+    // The end-editing tap: ends editing of the whole view (QML drops the keyboard focus).
+    Q_INVOKABLE void setEndEdingAction();
+    // Whether the end-editing tap reaches this screen for a touch on the given kind of view: never
+    // on a text field or inside a table cell, and never on the screens whose rows take taps.
+    Q_INVOKABLE bool shouldReceiveEndEditingTap(bool touchedTextField,
+                                                bool touchedTableCellContent) const;
+
+signals:
+    void appearanceStyleChanged();
+    void endEditingRequested();
+
+protected:
+    void viewDidLoad() override;
+    void viewWillAppear(bool animated) override;
+
+    // The template's hooks, empty here.
+    virtual void setNavLeftAction() { }
+    virtual void setNavRightAction() { }
+    virtual void setLoadViewAction() { }
+    virtual void setRefleshDataAction() { }
+
+private:
+    QColor m_backgroundColor = QColor(210, 210, 210);
+    QColor m_navTitleColor = Qt::white;
+    int m_navTitleFontSize = 16;
+    QColor m_navBarColor = QColor(60, 102, 183);
+};

@@ -1,0 +1,28 @@
+import QtQuick
+import QtQuick.Controls
+import Tarvel
+
+// What a controller without a view of its own shows: its title on a plain page.
+Rectangle {
+    id: page
+    property ViewController controller: null
+
+    color: Theme.pageBackground
+
+    Column {
+        anchors.centerIn: parent
+        spacing: 8
+        Label {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: page.controller && page.controller.title.length > 0 ? page.controller.title : "Tarvel"
+            color: Theme.textPrimary
+            font.pixelSize: 17
+        }
+        Label {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: "页面准备中"
+            color: Theme.textSecondary
+            font.pixelSize: 13
+        }
+    }
+}

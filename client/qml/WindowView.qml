@@ -1,0 +1,30 @@
+import QtQuick
+import Tarvel
+
+// Everything a window shows: its root controller, the presented sheets over it, then alerts,
+// action sheets and the HUD on top.
+Item {
+    id: windowView
+    property PlatformWindow window: null
+    // The tab strip drawn under a tab bar root.
+    property Component tabBar: null
+
+    ControllerView {
+        anchors.fill: parent
+        controller: windowView.window ? windowView.window.rootViewController : null
+        tabBar: windowView.tabBar
+    }
+    ModalLayer {
+        anchors.fill: parent
+        window: windowView.window
+    }
+    AlertDialog {
+        anchors.fill: parent
+    }
+    ActionSheet {
+        anchors.fill: parent
+    }
+    HudOverlay {
+        anchors.fill: parent
+    }
+}
