@@ -101,7 +101,8 @@ void StoreServer::configureServer()
     m_server->set_payload_max_length(kMaxBodyBytes);
     m_server->set_keep_alive_max_count(1000);
     m_server->set_keep_alive_timeout(5);
-    m_server->set_tcp_nodelay(true); // head and body go out as two writes: no 40 ms wait between them
+    m_server->set_tcp_nodelay(
+            true); // head and body go out as two writes: no 40 ms wait between them
     // The library's default adds SO_REUSEPORT, which would let a second store share the port
     // silently instead of failing to start.
     m_server->set_socket_options([](socket_t socket) {
