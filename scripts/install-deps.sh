@@ -16,7 +16,7 @@ packages=(
   # store
   libcpp-httplib-dev libsqlitecpp-dev libsqlite3-dev libsodium-dev libssl-dev zlib1g-dev
   # text, display, screenshots, load benchmark
-  fonts-noto-cjk xvfb xauth scrot wrk curl
+  fonts-noto-cjk xvfb xauth scrot wrk nginx-light curl
 )
 
 missing=()

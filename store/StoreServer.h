@@ -1,38 +1,49 @@
 #pragma once
 
-#include <QString>
+#include "StoreOptions.h"
+#include "http/Router.h"
 
+#include <atomic>
 #include <memory>
+
+class StoreContext;
 
 namespace httplib {
 class Server;
-}
+struct Request;
+struct Response;
+} // namespace httplib
 
-// The store service: one HTTP server answering the client's API on a loopback or public address.
+// The store service: one HTTP server answering the client's API (and, unless switched off, the
+// sandbox parties) from one SQLite database.
 class StoreServer
 {
 public:
-    struct Options
-    {
-        QString host = QStringLiteral("127.0.0.1");
-        int port = 8080; // 0 picks a free port
-        QString databasePath;
-    };
+    using Options = StoreOptions;
+    static constexpr size_t kMaxBodyBytes = 8 * 1024 * 1024;
 
+    // Opens (and on first start seeds) the database; throws when that fails.
     explicit StoreServer(Options options);
     ~StoreServer();
 
     // Binds the socket; returns false when the address is taken. port() is valid afterwards.
     bool bind();
-    // Serves until stop(); blocks the calling thread.
+    // Serves until stop(); blocks the calling thread. Returns at once after an earlier stop().
     void listen();
     void stop();
+    bool isRunning() const;
     int port() const { return m_port; }
+    StoreContext &context() { return *m_context; }
 
 private:
     void installRoutes();
+    void configureServer();
+    void dispatch(const httplib::Request &request, httplib::Response &response);
 
     Options m_options;
+    std::unique_ptr<StoreContext> m_context;
+    Router m_router;
     std::unique_ptr<httplib::Server> m_server;
     int m_port = 0;
+    std::atomic<bool> m_stopRequested{false};
 };

@@ -1,0 +1,20 @@
+#include "core/Money.h"
+
+namespace Money {
+
+QString text(qint64 fen)
+{
+    const bool negative = fen < 0;
+    const qint64 absolute = negative ? -fen : fen;
+    QString result = QString::number(absolute / 100);
+    const qint64 cents = absolute % 100;
+    if (cents != 0) {
+        QString fraction = QString::number(cents).rightJustified(2, QLatin1Char('0'));
+        if (fraction.endsWith(QLatin1Char('0')))
+            fraction.chop(1);
+        result += QLatin1Char('.') + fraction;
+    }
+    return negative ? QLatin1Char('-') + result : result;
+}
+
+} // namespace Money

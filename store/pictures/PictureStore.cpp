@@ -1,0 +1,146 @@
+#include "pictures/PictureStore.h"
+
+#include "catalog/Catalog.h"
+#include "pictures/PictureFactory.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QPainter>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr qsizetype kCacheBudget = 96 * 1024 * 1024;
+
+QByteArray contentTypeOf(const QString &name)
+{
+    return name.endsWith(QLatin1String(".png")) ? QByteArrayLiteral("image/png")
+                                                : QByteArrayLiteral("image/jpeg");
+}
+
+} // namespace
+
+PictureStore::PictureStore(const Catalog &catalog, QString uploadsDirectory)
+    : m_catalog(catalog)
+    , m_uploadsDirectory(std::move(uploadsDirectory))
+    , m_cache(kCacheBudget)
+{ }
+
+QByteArray PictureStore::encode(const QImage &image, const char *format, int quality)
+{
+    QImage source = image;
+    if (qstrcmp(format, "JPG") == 0 && image.hasAlphaChannel()) {
+        source = QImage(image.size(), QImage::Format_RGB32);
+        source.fill(Qt::white);
+        QPainter painter(&source);
+        painter.drawImage(0, 0, image);
+    }
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    source.save(&buffer, format, quality);
+    return bytes;
+}
+
+std::optional<PictureStore::Picture> PictureStore::original(const QString &path)
+{
+    if (auto hit = cached(path))
+        return hit;
+    auto picture = load(path);
+    if (picture)
+        remember(path, *picture);
+    return picture;
+}
+
+std::optional<PictureStore::Picture> PictureStore::scaled(const QString &path,
+                                                          const ImageView &view)
+{
+    const QString key = QStringLiteral("%1?w=%2&h=%3&q=%4")
+                                .arg(path)
+                                .arg(view.width)
+                                .arg(view.height)
+                                .arg(view.quality);
+    if (auto hit = cached(key))
+        return hit;
+    const auto source = original(path);
+    if (!source)
+        return std::nullopt;
+    QImage image = QImage::fromData(source->bytes);
+    if (image.isNull())
+        return std::nullopt;
+    QImage result = image.scaledToWidth(view.width, Qt::SmoothTransformation);
+    if (view.height > 0 && result.height() > view.height)
+        result = image.scaled(view.width, view.height, Qt::KeepAspectRatio,
+                              Qt::SmoothTransformation);
+    Picture picture{encode(result, "JPG", view.quality), QByteArrayLiteral("image/jpeg")};
+    remember(key, picture);
+    return picture;
+}
+
+std::optional<PictureStore::Picture> PictureStore::load(const QString &path) const
+{
+    static const QRegularExpression generatedPath(QStringLiteral(
+            "^/pictures/(covers|icons|banners|avatars)/([A-Za-z0-9_]+\\.(?:jpg|png))$"));
+    static const QRegularExpression uploadPath(
+            QStringLiteral("^/uploads/([A-Za-z0-9_\\-]+\\.(?:jpg|png))$"));
+    if (const auto match = generatedPath.match(path); match.hasMatch())
+        return generated(match.captured(1), match.captured(2));
+    if (const auto match = uploadPath.match(path); match.hasMatch())
+        return uploaded(match.captured(1));
+    return std::nullopt;
+}
+
+std::optional<PictureStore::Picture> PictureStore::generated(const QString &kind,
+                                                             const QString &file) const
+{
+    const QString stem = file.section(QLatin1Char('.'), 0, 0);
+    const QString suffix = file.section(QLatin1Char('.'), 1);
+    bool numeric = false;
+    const qint64 number = stem.toLongLong(&numeric);
+    if (kind == QLatin1String("avatars")) {
+        if (file != QLatin1String("default.png"))
+            return std::nullopt;
+        return Picture{encode(PictureFactory::defaultAvatar(), "PNG", -1), "image/png"};
+    }
+    if (!numeric)
+        return std::nullopt;
+    if (kind == QLatin1String("banners")) {
+        const QList<FocusRec> recs = m_catalog.focusRecList();
+        if (suffix != QLatin1String("jpg") || number < 1 || number > recs.size())
+            return std::nullopt;
+        return Picture{
+                encode(PictureFactory::banner(int(number), recs.at(number - 1).title), "JPG", 90),
+                "image/jpeg"};
+    }
+    const Product *product = m_catalog.find(number);
+    if (!product)
+        return std::nullopt;
+    if (kind == QLatin1String("covers") && suffix == QLatin1String("jpg"))
+        return Picture{encode(PictureFactory::cover(*product), "JPG", 90), "image/jpeg"};
+    if (kind == QLatin1String("icons") && suffix == QLatin1String("png"))
+        return Picture{encode(PictureFactory::icon(*product), "PNG", -1), "image/png"};
+    return std::nullopt;
+}
+
+std::optional<PictureStore::Picture> PictureStore::uploaded(const QString &name) const
+{
+    QFile file(QDir(m_uploadsDirectory).filePath(name));
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return Picture{file.readAll(), contentTypeOf(name)};
+}
+
+std::optional<PictureStore::Picture> PictureStore::cached(const QString &key)
+{
+    std::lock_guard lock(m_cacheMutex);
+    if (const Picture *hit = m_cache.object(key))
+        return *hit;
+    return std::nullopt;
+}
+
+void PictureStore::remember(const QString &key, const Picture &picture)
+{
+    std::lock_guard lock(m_cacheMutex);
+    m_cache.insert(key, new Picture(picture), picture.bytes.size());
+}

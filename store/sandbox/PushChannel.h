@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QString>
+
+#include <optional>
+
+namespace SQLite {
+class Database;
+}
+
+// The push service of the sandbox: devices register their token and get a client id, poll for
+// the messages sent to them or to everyone since they registered, and fetch each payload.
+namespace PushChannel {
+
+struct Message
+{
+    QString title;
+    QString content;
+    QString date; // "yyyy-MM-dd HH:mm"
+    QString url; // optional
+};
+
+QString registerDevice(SQLite::Database &db, const QString &deviceToken, qint64 now);
+bool isRegistered(SQLite::Database &db, const QString &clientId);
+// Sends to one client, or to every client when `clientId` is empty; returns the message id.
+qint64 send(SQLite::Database &db, const Message &message, const QString &clientId, qint64 now);
+QJsonArray poll(SQLite::Database &db, const QString &clientId, qint64 after, int limit);
+// The payload the device receives: {"title", "content", "date", "url"}, without an empty url.
+std::optional<QJsonObject> payload(SQLite::Database &db, qint64 messageId);
+
+} // namespace PushChannel

@@ -1,0 +1,85 @@
+#include "StoreContext.h"
+#include "core/TimeText.h"
+#include "handlers/Handlers.h"
+#include "http/ApiError.h"
+#include "http/Exchange.h"
+#include "sandbox/PushChannel.h"
+
+// The push channel's endpoints under /sandbox/push/.
+namespace {
+
+void requireRegistered(Exchange &exchange, const QString &clientId)
+{
+    const bool known = exchange.store().database().read(
+            [&](SQLite::Database &db) { return PushChannel::isRegistered(db, clientId); });
+    if (!known)
+        throw ApiError::error(404, QStringLiteral("RecordNotFound: 未注册的推送客户端"));
+}
+
+// POST /sandbox/push/register: device_token -> client_id
+void registerDevice(Exchange &exchange)
+{
+    const QString deviceToken = exchange.field("device_token").trimmed();
+    if (deviceToken.isEmpty() || deviceToken.size() > 256)
+        throw ApiError::fail(QStringLiteral("device_token"), QStringLiteral("请提供有效的"),
+                             QStringLiteral("设备令牌"));
+    const QString clientId = exchange.store().database().write([&](SQLite::Database &db) {
+        return PushChannel::registerDevice(db, deviceToken, exchange.now());
+    });
+    exchange.success(QJsonObject{{QStringLiteral("client_id"), clientId}});
+}
+
+// GET /sandbox/push/poll?client_id=&after=
+void poll(Exchange &exchange)
+{
+    const QString clientId = exchange.field("client_id").trimmed();
+    requireRegistered(exchange, clientId);
+    const qint64 after = exchange.field("after").toLongLong();
+    exchange.success(exchange.store().database().read(
+            [&](SQLite::Database &db) { return PushChannel::poll(db, clientId, after, 50); }));
+}
+
+// GET /sandbox/push/payload/<id>: the payload itself, as the device receives it.
+void payload(Exchange &exchange)
+{
+    const auto found = exchange.store().database().read(
+            [&](SQLite::Database &db) { return PushChannel::payload(db, exchange.routeId("id")); });
+    if (!found)
+        throw ApiError::error(404, QStringLiteral("RecordNotFound: 推送消息不存在"));
+    exchange.sendJson(200, *found);
+}
+
+// POST /sandbox/push/send: title, content, date, url; to client_id or everyone.
+void send(Exchange &exchange)
+{
+    PushChannel::Message message{exchange.field("title").trimmed(),
+                                 exchange.field("content").trimmed(),
+                                 exchange.field("date").trimmed(), exchange.field("url").trimmed()};
+    FieldErrors errors;
+    if (message.title.isEmpty())
+        errors.add(QStringLiteral("title"), QStringLiteral("请输入"), QStringLiteral("标题"));
+    if (message.content.isEmpty())
+        errors.add(QStringLiteral("content"), QStringLiteral("请输入"), QStringLiteral("内容"));
+    errors.raiseIfAny();
+    if (message.date.isEmpty())
+        message.date = TimeText::minutes(exchange.now());
+    const QString clientId = exchange.field("client_id").trimmed();
+    if (!clientId.isEmpty())
+        requireRegistered(exchange, clientId);
+    const qint64 id = exchange.store().database().write([&](SQLite::Database &db) {
+        return PushChannel::send(db, message, clientId, exchange.now());
+    });
+    exchange.success(QJsonObject{
+            {QStringLiteral("id"), id},
+            {QStringLiteral("sent_to"), clientId.isEmpty() ? QStringLiteral("all") : clientId}});
+}
+
+} // namespace
+
+void SandboxHandlers::installPush(Router &router)
+{
+    router.add("POST", "/sandbox/push/register", registerDevice);
+    router.add("GET", "/sandbox/push/poll", poll);
+    router.add("GET", "/sandbox/push/payload/:id", payload);
+    router.add("POST", "/sandbox/push/send", send);
+}

@@ -1,0 +1,90 @@
+#include "shop/Payments.h"
+
+#include "core/Crypto.h"
+#include "db/Database.h"
+#include "http/ApiError.h"
+#include "shop/Orders.h"
+
+#include <QDateTime>
+
+namespace Payments {
+
+namespace {
+
+// The sandbox merchant's API key; a real deployment keeps its own out of the source.
+const QByteArray kSigningKey = QByteArrayLiteral("tarvel-sandbox-merchant-key-0001");
+
+QString sign(const QList<std::pair<QString, QString>> &sortedParameters)
+{
+    QStringList pairs;
+    for (const auto &[key, value] : sortedParameters)
+        pairs.append(key + QLatin1Char('=') + value);
+    return QString::fromLatin1(
+            Crypto::hmacSha256Hex(kSigningKey, pairs.join(QLatin1Char('&')).toUtf8()));
+}
+
+} // namespace
+
+QJsonObject prepay(SQLite::Database &db, const Order &order, const QString &openId, qint64 now)
+{
+    const QString prepayId
+            = QStringLiteral("wx%1%2")
+                      .arg(QDateTime::fromSecsSinceEpoch(now).toUTC().toString(
+                              QStringLiteral("yyyyMMddHHmmss")))
+                      .arg(Crypto::randomFrom(QStringLiteral("0123456789abcdef"), 20));
+    SQLite::Statement insert(db, "INSERT INTO prepays (prepay_id, order_id, account_id, open_id, "
+                                 "amount, state, created_at) VALUES (?, ?, ?, ?, ?, 'pending', ?)");
+    Sql::bind(insert, 1, prepayId);
+    insert.bind(2, static_cast<int64_t>(order.id));
+    insert.bind(3, static_cast<int64_t>(order.accountId));
+    Sql::bind(insert, 4, openId);
+    insert.bind(5, static_cast<int64_t>(order.subtotal()));
+    insert.bind(6, static_cast<int64_t>(now));
+    insert.exec();
+
+    const QString nonce
+            = Crypto::randomFrom(QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"), 32);
+    const QString timestamp = QString::number(now);
+    const QList<std::pair<QString, QString>> parameters{
+            {QStringLiteral("appid"), kAppId},
+            {QStringLiteral("noncestr"), nonce},
+            {QStringLiteral("package"), QStringLiteral("Sign=WXPay")},
+            {QStringLiteral("partnerid"), kPartnerId},
+            {QStringLiteral("prepayid"), prepayId},
+            {QStringLiteral("timestamp"), timestamp}};
+    QJsonObject params;
+    for (const auto &[key, value] : parameters)
+        params.insert(key, value);
+    params.insert(QStringLiteral("sign"), sign(parameters));
+    return params;
+}
+
+Settlement settle(SQLite::Database &db, const Catalog &catalog, const QString &prepayId,
+                  bool success, qint64 now)
+{
+    SQLite::Statement query(db, "SELECT order_id, state FROM prepays WHERE prepay_id = ?");
+    Sql::bind(query, 1, prepayId);
+    if (!query.executeStep())
+        throw ApiError::error(404, QStringLiteral("RecordNotFound: 预支付交易不存在"));
+    const qint64 orderId = query.getColumn(0).getInt64();
+    if (query.getColumn(1).getString() != "pending")
+        throw ApiError::error(409, QStringLiteral("该笔支付已经处理过了"));
+    const auto order = Orders::find(db, orderId);
+    if (!order)
+        throw ApiError::orderNotFound();
+    if (success && order->state != Orders::kInCheckout && order->state != Orders::kPending)
+        throw ApiError::error(409, QStringLiteral("订单已取消或已支付，无法完成支付"));
+
+    SQLite::Statement settled(db,
+                              "UPDATE prepays SET state = ?, settled_at = ? WHERE prepay_id = ?");
+    settled.bind(1, success ? "success" : "cancel");
+    settled.bind(2, static_cast<int64_t>(now));
+    Sql::bind(settled, 3, prepayId);
+    settled.exec();
+    if (!success)
+        return {orderId, order->state};
+    Orders::complete(db, catalog, *order, kWeChat, now);
+    return {orderId, Orders::kCompleted};
+}
+
+} // namespace Payments

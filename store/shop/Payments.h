@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+class Catalog;
+struct Order;
+
+namespace SQLite {
+class Database;
+}
+
+// WeChat app payments. The store asks the provider for a prepay id and hands the client the
+// signed parameters of the payment request; the provider later reports the outcome, which
+// completes the order. In sandbox mode the provider is tarvel-store itself.
+namespace Payments {
+
+inline const QString kWeChat = QStringLiteral("wechat");
+inline const QString kAppId = QStringLiteral("wx7d3b5f1a9c2e4860");
+inline const QString kPartnerId = QStringLiteral("1900000109");
+
+// Records a prepay for the order and answers the "params_info" of the payment request.
+QJsonObject prepay(SQLite::Database &db, const Order &order, const QString &openId, qint64 now);
+
+struct Settlement
+{
+    qint64 orderId = 0;
+    QString orderState;
+};
+// The provider's report for a prepay: success completes the order, cancel leaves it unpaid.
+// Throws ApiError for an unknown or already settled prepay.
+Settlement settle(SQLite::Database &db, const Catalog &catalog, const QString &prepayId,
+                  bool success, qint64 now);
+
+} // namespace Payments
