@@ -4,7 +4,10 @@
 #include "tst_detailsupport.h"
 
 #include "platform/ui/BarButtonItem.h"
+#include "platform/ui/TextField.h"
+#include "screens/account/NavRootViewController.h"
 #include "screens/purchase/ConfirmOrderViewController.h"
+#include "screens/purchase/TabThreeViewController.h"
 #include "screens/store/BindingPackageViewContoller.h"
 
 #include <QSignalSpy>
@@ -226,9 +229,37 @@ private slots:
                 harness.window.presentedViewControllerAt(0));
         QVERIFY(signIn);
         QCOMPARE(signIn->depth(), 1);
+        auto *screen = qobject_cast<NavRootViewController *>(signIn->topViewController());
+        QVERIFY(screen);
+        QCOMPARE(screen->viewFather(), 3);
         QCOMPARE(harness.top(), detail); // the user stays on the page
         QTest::qWait(50);
         QCOMPARE(m_server.requestCount(), 0);
+    }
+
+    // Signing in from the bar returns to the page, which then shows the account's cart count.
+    void signInFromTheBottomBarReturnsToThePage()
+    {
+        StackHarness harness;
+        GoodsDetailViewController *detail = openLoaded(harness, QStringLiteral("1"));
+        QVERIFY(detail);
+        QVERIFY(detail->footerView()->buttonAddToCart()->tap());
+        auto *stack = qobject_cast<platform::NavigationController *>(
+                harness.window.presentedViewControllerAt(0));
+        QVERIFY(stack);
+        auto *signIn = qobject_cast<NavRootViewController *>(stack->topViewController());
+        QVERIFY(signIn);
+        QTRY_VERIFY(signIn->isViewLoaded());
+        signIn->fieldUser()->setText(QStringLiteral("13800138000"));
+        signIn->fieldPassword()->setText(QStringLiteral("tarvel2024"));
+        signIn->clickButtonLogin();
+
+        QTRY_COMPARE_WITH_TIMEOUT(harness.window.presentedCount(), 0, 10000);
+        QCOMPARE(harness.top(), detail);
+        QVERIFY(AppDelegate::shared()->isSignedIn());
+        QTRY_COMPARE_WITH_TIMEOUT(detail->footerView()->labelRedDot()->text(), QStringLiteral("2"),
+                                  10000);
+        QVERIFY(!detail->footerView()->labelRedDot()->isHidden());
     }
 
     void buyNowOpensOrderConfirmation()
@@ -252,9 +283,10 @@ private slots:
         GoodsDetailViewController *detail = openScripted(harness, gameAnswer());
         QVERIFY(detail);
         QVERIFY(detail->footerView()->buttonCart()->tap());
+        auto *cart = qobject_cast<TabThreeViewController *>(harness.top());
+        QVERIFY(cart);
+        QCOMPARE(cart->viewFather(), 1);
         QCOMPARE(harness.depth(), 3);
-        QVERIFY(harness.top() != detail);
-        QCOMPARE(harness.top()->title(), QStringLiteral("购物车"));
     }
 
     void addToCartAtTheStore()

@@ -265,6 +265,7 @@ private slots:
         click(findNamed(root(), QStringLiteral("addToCartButton")));
         QTRY_COMPARE(m_harness->window.presentedCount(), 1);
         QCOMPARE(m_harness->top(), detail);
+        snapshot(QStringLiteral("detail_sign_in.png")); // also lets the sheet finish sliding
     }
 
     void dlcList()

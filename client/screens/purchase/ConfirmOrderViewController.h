@@ -1,16 +1,14 @@
 #pragma once
 
-#include "screens/purchase/ComingSoonViewController.h"
+#include "screens/account/ComingSoonViewController.h"
 
 #include <QStringList>
 
 // Order confirmation, opened with the games to order and how: type 1 buys them directly, bypassing
-// the cart. Until checkout is built it only shows what it was opened with.
+// the cart. Until checkout is built it only holds what it was opened with.
 class ConfirmOrderViewController : public ComingSoonViewController
 {
     Q_OBJECT
-    QML_ELEMENT
-    QML_UNCREATABLE("View controllers are created by C++")
 public:
     enum OrderType { FromCart = 0, BuyDirectly = 1 };
 
@@ -18,6 +16,11 @@ public:
 
     QStringList gamesID() const { return m_gamesID; }
     int type() const { return m_type; }
+
+protected:
+    void setRefleshDataAction() override { hideTabBar(true); }
+    QString screenTitle() const override;
+    QString screenNote() const override;
 
 private:
     QStringList m_gamesID;

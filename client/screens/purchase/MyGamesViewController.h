@@ -1,13 +1,19 @@
 #pragma once
 
-#include "screens/purchase/ComingSoonViewController.h"
+#include "screens/account/ComingSoonViewController.h"
 
 // The games the user owns (opened from the library).
 class MyGamesViewController : public ComingSoonViewController
 {
     Q_OBJECT
-    QML_ELEMENT
-    QML_UNCREATABLE("View controllers are created by C++")
 public:
     explicit MyGamesViewController(QObject *parent = nullptr);
+
+protected:
+    void setRefleshDataAction() override { hideTabBar(true); }
+    QString screenTitle() const override { return QStringLiteral("我的游戏"); }
+    QString screenNote() const override
+    {
+        return QStringLiteral("已购游戏与激活码即将开放，敬请期待");
+    }
 };

@@ -61,6 +61,12 @@ void GoodsDetailViewController::setLoadViewAction()
     m_footerView->setButtonCartBlock([this](int index) { clickBottomButton(index); });
     connect(m_webView, &GoodsDetailWebView::didFinishLoad, this,
             &GoodsDetailViewController::webViewDidFinishLoad);
+    // The count also changes while the page is covered (a sign-in reads the cart afterwards).
+    connect(&platform::UserDefaults::standard(), &platform::UserDefaults::valueChanged, this,
+            [this](const QString &key, const QVariant &, const QVariant &value) {
+                if (key == ICCookiesHelper::cartNumKey)
+                    m_footerView->setCartNum(value.toString());
+            });
     refreshData();
 }
 

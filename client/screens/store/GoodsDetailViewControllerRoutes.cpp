@@ -1,20 +1,31 @@
 #include "screens/store/GoodsDetailViewController.h"
 
 #include "platform/ui/NavigationController.h"
-#include "screens/purchase/ComingSoonViewController.h"
+#include "screens/account/NavRootViewController.h"
+#include "screens/purchase/TabThreeViewController.h"
+
+#include <QPointer>
+
+namespace {
+// Where a sign-in started, as the sign-in screen hands it back: a game's page.
+constexpr int SignInFromGoodsDetail = 3;
+// The cart opened from another screen rather than as a tab root.
+constexpr int CartPushed = 1;
+} // namespace
 
 // Sign-in from the bottom bar: a navigation stack presented over everything; the user stays on
-// this page afterwards.
+// this page afterwards, which shows the signed-in user's cart.
 void GoodsDetailViewController::presentSignIn()
 {
-    auto *signIn = new ComingSoonViewController(QStringLiteral("登录"),
-                                                QStringLiteral("登录功能即将开放"));
+    QPointer<GoodsDetailViewController> self(this);
+    auto *signIn = new NavRootViewController(SignInFromGoodsDetail, [self](qint64) {
+        if (self)
+            self->setRefleshDataAction();
+    });
     presentViewController(new platform::NavigationController(signIn), true);
 }
 
-// The cart, opened from a detail page rather than as a tab root.
 void GoodsDetailViewController::openCart()
 {
-    pushViewController(new ComingSoonViewController(QStringLiteral("购物车"),
-                                                    QStringLiteral("购物车即将开放")));
+    pushViewController(new TabThreeViewController(CartPushed));
 }
