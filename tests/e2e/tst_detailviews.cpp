@@ -195,6 +195,39 @@ private slots:
         QVERIFY(findText(root(), QStringLiteral("2"))); // the cart badge
         QVERIFY(findText(root(), QStringLiteral("游戏信息")));
         snapshot(QStringLiteral("detail_discounted.png"));
+
+        // The description at the end of the page, as plain text.
+        QQuickItem *table = findNamed(root(), QStringLiteral("goodsDetailTable"));
+        QVERIFY(table);
+        QMetaObject::invokeMethod(table, "positionViewAtEnd");
+        const QString description = detail->cellForRowAtIndexPath(3, 0).labelTitle();
+        QVERIFY(!description.isEmpty());
+        QTRY_VERIFY(findText(root(), description));
+        QVERIFY(findText(root(), QStringLiteral("游戏介绍")));
+        snapshot(QStringLiteral("detail_discounted_end.png"));
+    }
+
+    void preSaleAndBlockedGames_data()
+    {
+        QTest::addColumn<QString>("gameId");
+        QTest::addColumn<QString>("notice");
+        QTest::newRow("pre-sale") << QStringLiteral("6") << QString();
+        QTest::newRow("blocked") << QStringLiteral("42") << GoodsDetailCell::blockedNotice();
+    }
+
+    void preSaleAndBlockedGames()
+    {
+        QFETCH(QString, gameId);
+        QFETCH(QString, notice);
+        GoodsDetailViewController *detail = openShown(gameId);
+        QVERIFY(detail);
+        const QString shown
+                = notice.isEmpty() ? detail->cellForRowAtIndexPath(0, 1).labelTitle() : notice;
+        QVERIFY(shown.startsWith(notice.isEmpty() ? QStringLiteral("距离预购结束还有") : notice));
+        QTRY_VERIFY(findText(root(), shown));
+        if (notice.isEmpty())
+            QVERIFY(findText(root(), QStringLiteral(" 预售 ")));
+        snapshot(QStringLiteral("detail_%1.png").arg(notice.isEmpty() ? "presale" : "blocked"));
     }
 
     void dlcOfAGame()
