@@ -237,11 +237,22 @@ private slots:
 
     void descriptionBecomesPlainText()
     {
+        useScripted();
+        m_server.route(QStringLiteral("/products/7.json"),
+                       ScriptedResponse::json(envelope(gameAnswer(
+                               {{"raw_summary", "<p>第一段 &amp; <b>粗体</b></p><img "
+                                                "src=\"/etc/hostname\"><p>第二段</p>"}}))));
         StackHarness harness;
-        GoodsDetailViewController *detail = openScripted(
-                harness, gameAnswer({{"raw_summary", "<p>第一段 &amp; <b>粗体</b></p><img "
-                                                     "src=\"/etc/hostname\"><p>第二段</p>"}}));
-        QVERIFY(detail);
+        auto *detail = new GoodsDetailViewController;
+        detail->setGameId(QStringLiteral("7"));
+        QStringList descriptionsShown;
+        connect(detail->tableMain(), &QAbstractItemModel::modelReset, detail, [&] {
+            if (detail->numberOfSections() == 4)
+                descriptionsShown.append(detail->cellForRowAtIndexPath(3, 0).labelTitle());
+        });
+        harness.push(detail);
+        QVERIFY(waitUntilLoaded(detail));
+
         const QString text = detail->cellForRowAtIndexPath(3, 0).labelTitle();
         QVERIFY2(!text.contains(QLatin1Char('<')), qPrintable(text));
         QVERIFY(text.startsWith(QStringLiteral("第一段 & 粗体")));
@@ -249,6 +260,8 @@ private slots:
         QCOMPARE(detail->sourceModel()->raw_summary, text);
         QCOMPARE(detail->cellForRowAtIndexPath(3, 0).identifier(),
                  QStringLiteral("GoodsDetailCell5"));
+        // The HTML never shows: the row is empty until the text is rendered.
+        QCOMPARE(descriptionsShown, (QStringList{QString(), text}));
     }
 
     void failureMessages_data()

@@ -132,6 +132,9 @@ void GoodsDetailViewController::reloadData()
     if (m_sourceModel)
         m_sections = GoodsDetailSections::build(*m_sourceModel, m_isPresell,
                                                 QDateTime::currentDateTime());
+    // Until the description is rendered its row stays empty rather than showing the HTML.
+    if (m_webView->isLoading() && numberOfSections() == 4)
+        m_sections[3][0].setCellContentWithContent(QString());
     QList<QVariantMap> rows;
     for (int section = 0; section < numberOfSections(); ++section) {
         rows.append({{QStringLiteral("kind"), QStringLiteral("section")},
