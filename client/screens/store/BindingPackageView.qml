@@ -28,6 +28,7 @@ Rectangle {
             required property string off
             required property bool discounted
 
+            objectName: "bindingPackageRow" + index
             width: list.width
             height: view.controller ? view.controller.rowHeight : 55
             color: touch.pressed ? "#f4f4f6" : "white"

@@ -9,6 +9,8 @@ Item {
     signal lookClicked(int tag)
 
     readonly property bool isSection: row !== null && row.kind === "section"
+    objectName: row === null ? "" : isSection ? "goodsDetailSection" + row.section
+                                              : "goodsDetailCell" + row.section + "_" + row.row
     readonly property string identifier: row && !isSection ? row.identifier : ""
     readonly property bool shown: row !== null && (isSection || !row.hidden)
 
