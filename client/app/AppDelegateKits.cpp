@@ -55,30 +55,15 @@ public:
     }
 
     // The system
-    bool handleOpenURL(const QUrl &url) override { return m_delegate->handleOpenURL(url); }
     bool openURL(const QUrl &url, const QString &sourceApplication,
                  const QVariant &annotation) override
     {
         return m_delegate->openURL(url, sourceApplication, annotation);
     }
     void applicationDidBecomeActive() override { m_delegate->applicationDidBecomeActive(); }
-    void applicationDidEnterBackground() override { m_delegate->applicationDidEnterBackground(); }
     void didRegisterForRemoteNotificationsWithDeviceToken(const QByteArray &deviceToken) override
     {
         m_delegate->didRegisterForRemoteNotificationsWithDeviceToken(deviceToken);
-    }
-    void didReceiveRemoteNotification(const QVariantMap &userInfo) override
-    {
-        m_delegate->didReceiveRemoteNotification(userInfo);
-    }
-    void didReceiveRemoteNotification(const QVariantMap &userInfo,
-                                      const FetchCompletionHandler &completionHandler) override
-    {
-        m_delegate->didReceiveRemoteNotification(userInfo, completionHandler);
-    }
-    void performFetchWithCompletionHandler(const FetchCompletionHandler &completionHandler) override
-    {
-        m_delegate->performFetchWithCompletionHandler(completionHandler);
     }
 
 private:
@@ -118,6 +103,9 @@ void AppDelegate::initWithShareSDK()
 
 void AppDelegate::applicationDidBecomeActive()
 {
+    // While WeChat (a kit's sheet) is in front, the app is not active, whatever the window says.
+    if (platform::Application::shared().isCovered())
+        return;
     // Back without WeChat's answer: the order screen asks the service, whose answer decides.
     if (m_isWeChatPay)
         callWeChatBlock(true);

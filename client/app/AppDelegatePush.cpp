@@ -62,6 +62,12 @@ void AppDelegate::initWithGeTui(const QVariantMap &launchOptions)
     kitsBridge();
     startSdkWith(QString::fromLatin1(GeTuiAppId), QString::fromLatin1(GeTuiAppKey),
                  QString::fromLatin1(GeTuiAppSecret));
+    setTagsSender([](const QStringList &tags, QString *error) {
+        const bool set = GeTuiSdk::setTags(tags);
+        if (!set && error)
+            *error = QStringLiteral("推送服务尚未启动，无法设置标签");
+        return set;
+    });
     registerRemoteNotification();
 
     const QVariant notification = launchOptions.value(LaunchOptionsRemoteNotificationKey);
@@ -101,14 +107,6 @@ void AppDelegate::stopSdk()
 void AppDelegate::setDeviceToken(const QString &token)
 {
     GeTuiSdk::registerDeviceToken(token);
-}
-
-bool AppDelegate::setTags(const QStringList &tags, QString *error)
-{
-    const bool set = GeTuiSdk::setTags(tags);
-    if (!set && error)
-        *error = QStringLiteral("推送服务尚未启动，无法设置标签");
-    return set;
 }
 
 QString AppDelegate::sendMessage(const QByteArray &body, QString *error)

@@ -9,19 +9,23 @@ Item {
     readonly property bool shown: WeChatPayPrompt.shown
     readonly property color weChatGreen: "#07c160"
 
-    visible: shown || panel.y < height
+    // 0 hidden below the window, 1 fully up; only a change of `shown` slides it.
+    property real progress: shown ? 1 : 0
+    Behavior on progress {
+        NumberAnimation { duration: 250; easing.type: Easing.OutCubic }
+    }
+
+    visible: progress > 0
 
     Rectangle {
         anchors.fill: parent
         color: Theme.mask
-        opacity: sheet.shown ? 1 : 0
-        Behavior on opacity {
-            NumberAnimation { duration: 200 }
-        }
+        opacity: sheet.progress
     }
     // Nothing of the app below takes touches while WeChat is in front.
     MouseArea {
         anchors.fill: parent
+        enabled: sheet.shown
         hoverEnabled: true
         acceptedButtons: Qt.AllButtons
         onWheel: wheel => wheel.accepted = true
@@ -33,12 +37,9 @@ Item {
         width: sheet.width
         // The rounded corners show at the top only: the bottom ones sit below the window.
         height: content.height + radius + 8
-        y: sheet.shown ? sheet.height - height + radius : sheet.height
+        y: sheet.height - sheet.progress * (height - radius)
         radius: 14
         color: "white"
-        Behavior on y {
-            NumberAnimation { duration: 250; easing.type: Easing.OutCubic }
-        }
 
         Column {
             id: content
@@ -67,7 +68,6 @@ Item {
                     }
                     MouseArea {
                         anchors.fill: parent
-                        enabled: !WeChatPayPrompt.busy || WeChatPayPrompt.canConfirm
                         onClicked: WeChatPayPrompt.dismiss()
                     }
                 }

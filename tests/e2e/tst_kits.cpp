@@ -101,7 +101,6 @@ private slots:
     void initTestCase()
     {
         LogRecorder::install();
-        Application::shared().setFollowsSystemState(false);
         AppDelegate::shared()->initWithShareSDK();
         platform::Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
     }
@@ -478,14 +477,6 @@ private slots:
         QCOMPARE(application.applicationIconBadgeNumber(), 0);
         application.endCovering(); // unbalanced: nothing happens
         QCOMPARE(becameActive.count(), 1);
-
-        application.enterBackground();
-        QCOMPARE(application.applicationState(), Application::Background);
-        application.beginCovering();
-        application.enterForeground();
-        QCOMPARE(application.applicationState(), Application::Inactive);
-        application.endCovering();
-        QCOMPARE(application.applicationState(), Application::Active);
     }
 
     void shareSheetScreenshot()

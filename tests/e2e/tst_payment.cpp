@@ -127,7 +127,6 @@ private slots:
         m_store = std::make_unique<tarvel::test::InProcessStore>();
         QVERIFY(m_store->isRunning());
         qputenv("TARVEL_API_BASE_URL", m_store->baseUrl().toUtf8());
-        Application::shared().setFollowsSystemState(false);
         app()->initWithShareSDK();
         QVERIFY(signInDemoUser());
         platform::Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
@@ -268,6 +267,19 @@ private slots:
         if (!logged.isEmpty())
             QVERIFY2(LogRecorder::infos().contains(logged),
                      qPrintable(LogRecorder::infos().join(QLatin1Char('|'))));
+    }
+
+    // The window getting focus while WeChat is in front does not bring the app back.
+    void focusWhileWeChatIsInFrontReportsNothing()
+    {
+        app()->sendPay(unknownPrepay());
+        app()->applicationDidBecomeActive(); // as the shell reports a focused window
+        QVERIFY(app()->isWeChatPay());
+        QVERIFY(m_reports.isEmpty());
+        WeChatPayPrompt::shared().dismiss();
+        QCOMPARE(m_reports, QList<bool>{true});
+        app()->applicationDidBecomeActive();
+        QCOMPARE(m_reports, QList<bool>{true});
     }
 
     // The store refuses to complete an order cancelled while WeChat was open: WeChat answers

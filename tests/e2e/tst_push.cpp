@@ -101,7 +101,6 @@ private slots:
         m_store = std::make_unique<tarvel::test::InProcessStore>();
         QVERIFY(m_store->isRunning());
         qputenv("TARVEL_API_BASE_URL", m_store->baseUrl().toUtf8());
-        Application::shared().setFollowsSystemState(false);
         GeTuiSdk::setPollInterval(100);
         platform::Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
     }

@@ -6,11 +6,7 @@
 
 namespace platform {
 
-Application::Application()
-{
-    if (auto *gui = qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
-        connect(gui, &QGuiApplication::applicationStateChanged, this, &Application::followSystem);
-}
+Application::Application() = default;
 
 Application &Application::shared()
 {
@@ -39,49 +35,17 @@ void Application::endCovering()
         moveTo(Active);
 }
 
-void Application::enterBackground()
-{
-    moveTo(Background);
-}
-
-void Application::enterForeground()
-{
-    moveTo(isCovered() ? Inactive : Active);
-}
-
-void Application::followSystem(Qt::ApplicationState state)
-{
-    if (!m_followsSystem)
-        return;
-    switch (state) {
-    case Qt::ApplicationActive:
-        moveTo(isCovered() ? Inactive : Active);
-        break;
-    case Qt::ApplicationInactive:
-        moveTo(Inactive);
-        break;
-    case Qt::ApplicationHidden:
-    case Qt::ApplicationSuspended:
-        moveTo(Background);
-        break;
-    }
-}
-
 void Application::moveTo(State state)
 {
     if (state == m_state)
         return;
     m_state = state;
     emit applicationStateChanged(state);
-    if (state == Active) {
-        if (m_delegate)
-            m_delegate->applicationDidBecomeActive();
-        emit didBecomeActive();
-    } else if (state == Background) {
-        if (m_delegate)
-            m_delegate->applicationDidEnterBackground();
-        emit didEnterBackground();
-    }
+    if (state != Active)
+        return;
+    if (m_delegate)
+        m_delegate->applicationDidBecomeActive();
+    emit didBecomeActive();
 }
 
 void Application::setApplicationIconBadgeNumber(int number)

@@ -2,18 +2,17 @@
 
 #include "platform/kits/ApplicationDelegate.h"
 
-#include <QGuiApplication>
 #include <QObject>
 
 namespace platform {
 
-// The running app as the system sees it: whether it is in front (active), covered by another
-// app (inactive) or in the background; the addresses other apps hand it; the number on its icon;
-// and its registration for remote notifications. Everything it learns goes to the delegate.
+// The running app as the other apps see it: whether one of them is in front of it (inactive), the
+// addresses they hand it, the number on its icon, and its registration for remote notifications.
+// Everything it learns goes to the delegate.
 //
 // On the desktop the kits' sheets stand for the other apps (WeChat): while one covers the app it
-// is inactive, and the last one leaving makes it active again. The system's own reports (the
-// window losing focus, being hidden) are followed too, but never uncover a covered app.
+// is inactive, and the last one leaving makes it active again. The window's own focus and
+// visibility reach the delegate through the app's shell, not through here.
 class Application : public QObject
 {
     Q_OBJECT
@@ -21,7 +20,7 @@ class Application : public QObject
     Q_PROPERTY(int applicationIconBadgeNumber READ applicationIconBadgeNumber WRITE
                        setApplicationIconBadgeNumber NOTIFY applicationIconBadgeNumberChanged)
 public:
-    enum State { Active, Inactive, Background };
+    enum State { Active, Inactive };
     Q_ENUM(State)
 
     static Application &shared();
@@ -41,15 +40,6 @@ public:
     void beginCovering();
     void endCovering();
     bool isCovered() const { return m_coverCount > 0; }
-
-    // The user sends the app to the background and brings it back.
-    void enterBackground();
-    void enterForeground();
-
-    // Whether the system's reports move the app between states (tests switch it off to keep
-    // window focus out of their sequences).
-    bool followsSystemState() const { return m_followsSystem; }
-    void setFollowsSystemState(bool follows) { m_followsSystem = follows; }
 
     int applicationIconBadgeNumber() const { return m_badgeNumber; }
     void setApplicationIconBadgeNumber(int number);
@@ -71,20 +61,17 @@ public:
 signals:
     void applicationStateChanged(platform::Application::State state);
     void didBecomeActive();
-    void didEnterBackground();
     void applicationIconBadgeNumberChanged();
     void userNotificationSettingsChanged();
 
 private:
     Application();
-    void followSystem(Qt::ApplicationState state);
     void moveTo(State state);
     void deliverDeviceToken();
 
     ApplicationDelegate *m_delegate = nullptr;
     State m_state = Active;
     int m_coverCount = 0;
-    bool m_followsSystem = true;
     int m_badgeNumber = 0;
     bool m_supportsSettings = true;
     UserNotificationSettings m_settings;

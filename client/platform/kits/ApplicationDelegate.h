@@ -45,8 +45,8 @@ struct UserNotificationSettings
     bool operator==(const UserNotificationSettings &) const = default;
 };
 
-// The hooks through which the system reaches the app: addresses other apps open it with, its
-// coming and going, and remote notifications.
+// What the system tells the app: addresses other apps open it with, its return to the front, and
+// its push token.
 class ApplicationDelegate
 {
 public:
@@ -54,33 +54,13 @@ public:
 
     virtual ~ApplicationDelegate() = default;
 
-    // An address the app was opened with, without knowing who sent it.
-    virtual bool handleOpenURL(const QUrl &url) = 0;
     // An address another app (`sourceApplication`, a bundle id) opened the app with.
     virtual bool openURL(const QUrl &url, const QString &sourceApplication,
                          const QVariant &annotation)
             = 0;
-
-    virtual void applicationDidBecomeActive() { }
-    virtual void applicationDidEnterBackground() { }
-
+    virtual void applicationDidBecomeActive() = 0;
     virtual void didRegisterForRemoteNotificationsWithDeviceToken(const QByteArray &deviceToken)
-    {
-        Q_UNUSED(deviceToken)
-    }
-    virtual void didReceiveRemoteNotification(const QVariantMap &userInfo) { Q_UNUSED(userInfo) }
-    virtual void didReceiveRemoteNotification(const QVariantMap &userInfo,
-                                              const FetchCompletionHandler &completionHandler)
-    {
-        Q_UNUSED(userInfo)
-        if (completionHandler)
-            completionHandler(BackgroundFetchResult::NoData);
-    }
-    virtual void performFetchWithCompletionHandler(const FetchCompletionHandler &completionHandler)
-    {
-        if (completionHandler)
-            completionHandler(BackgroundFetchResult::NoData);
-    }
+            = 0;
 };
 
 } // namespace platform
