@@ -151,17 +151,9 @@ Popup {
         }
     }
 
-    function follow() {
-        if (shareView && shareView.shown)
-            open()
-        else
-            close()
-    }
-
-    onShareViewChanged: follow()
+    // Opens and closes with the panel's state.
+    readonly property bool panelShown: shareView !== null && shareView.shown
+    onPanelShownChanged: panelShown ? open() : close()
+    Component.onCompleted: if (panelShown) open()
     onClosed: if (shareView && shareView.shown) shareView.hideView()
-    Connections {
-        target: sheet.shareView
-        function onShownChanged() { sheet.follow() }
-    }
 }

@@ -1,5 +1,6 @@
 #include "device/ICShareView.h"
 
+#include "platform/kits/ShareSDK.h"
 #include "platform/ui/Hud.h"
 
 #include <QDebug>
@@ -10,16 +11,14 @@ struct Target
 {
     const char16_t *title;
     bool oneKey;
-    int platformType;
+    ShareType type;
 };
 
 // By tag - 5000. The last two have no button; their tags stay reserved.
 constexpr Target Targets[] = {
-        {u"微信好友", false, ICShareContent::WeChatSession},
-        {u"微信朋友圈", false, ICShareContent::WeChatTimeline},
-        {u"新浪微博", true, ICShareContent::SinaWeibo},
-        {nullptr, false, ICShareContent::WeChatFavorite},
-        {nullptr, false, ICShareContent::QQFriend},
+        {u"微信好友", false, ShareTypeWeixiSession}, {u"微信朋友圈", false, ShareTypeWeixiTimeline},
+        {u"新浪微博", true, ShareTypeSinaWeibo},     {nullptr, false, ShareTypeQQ},
+        {nullptr, false, ShareTypeQQSpace},
 };
 constexpr int ButtonCount = 3;
 
@@ -90,18 +89,16 @@ QVariantList ICShareView::buttonsForView() const
     return buttons;
 }
 
-ICShareContent ICShareView::buildContent() const
+ShareContent ICShareView::buildContent() const
 {
-    ICShareContent content;
-    content.text = m_content;
-    content.defaultText = m_content;
-    content.imageUrl = m_imageUrl;
-    content.title = m_title;
-    content.url = m_url;
-    content.description = m_content;
-    content.mediaType = ICShareContent::MediaNews;
-    content.weChatTimeline = {ICShareContent::MediaNews, m_content, m_title, m_url, m_imageUrl};
-    content.sinaWeibo = {m_content, m_imageUrl};
+    ShareContent content = ShareSDK::content(m_content, m_content, m_imageUrl, m_title, m_url,
+                                             m_content, SSPublishContentMediaTypeNews);
+    content.weixinTimelineUnit = ShareContentUnit{m_content, m_title, m_url, m_imageUrl,
+                                                  SSPublishContentMediaTypeNews};
+    ShareContentUnit weibo;
+    weibo.content = m_content;
+    weibo.image = m_imageUrl;
+    content.sinaWeiboUnit = weibo;
     return content;
 }
 
@@ -112,10 +109,9 @@ bool ICShareView::requestForTag(int tag, ICShareRequest *request) const
         return false;
     const Target &target = Targets[index];
     request->oneKey = target.oneKey;
-    request->platformType = target.oneKey ? 0 : target.platformType;
-    request->shareList = target.oneKey ? QList<int>{target.platformType} : QList<int>();
+    request->type = target.type;
+    request->shareList = target.oneKey ? QList<ShareType>{target.type} : QList<ShareType>();
     request->content = buildContent();
-    request->statusBarTips = true;
     return true;
 }
 
@@ -125,27 +121,37 @@ void ICShareView::clickButtonShare(const platform::Button *button)
     if (!button || !requestForTag(button->tag(), &request))
         return;
     hideView();
-    const ShareFunction &custom = shareFunction();
-    if (custom)
-        custom(request, &ICShareView::showResult);
+    if (const ShareFunction &custom = shareFunction())
+        custom(request, &ICShareView::shareResult);
     else
-        shareWithKit(request, &ICShareView::showResult);
+        shareWithKit(request, &ICShareView::shareResult);
 }
 
-void ICShareView::showResult(const ICShareResult &result)
+void ICShareView::shareWithKit(const ICShareRequest &request, const ShareResultFn &result)
 {
-    switch (result.state) {
-    case ICShareResult::Success:
+    if (request.oneKey)
+        ShareSDK::oneKeyShareContent(request.content, request.shareList, result);
+    else
+        ShareSDK::clientShareContent(request.content, request.type, result);
+}
+
+void ICShareView::shareResult(ShareType type, SSResponseState state, const ShareError &error,
+                              bool end)
+{
+    Q_UNUSED(type)
+    Q_UNUSED(end)
+    switch (state) {
+    case SSResponseStateSuccess:
         platform::Hud::shared().showSuccessWithStatus(QStringLiteral("分享成功"), true);
         break;
-    case ICShareResult::Fail:
+    case SSResponseStateFail:
         platform::Hud::shared().showErrorWithStatus(QStringLiteral("分享失败"), true);
         qInfo().noquote() << QStringLiteral("分享失败,错误码:%1,错误描述:%2")
-                                     .arg(result.errorCode)
-                                     .arg(result.errorDescription);
+                                     .arg(error.errorCode)
+                                     .arg(error.errorDescription);
         break;
-    case ICShareResult::Begin:
-    case ICShareResult::Cancel:
+    case SSResponseStateBegin:
+    case SSResponseStateCancel:
         break;
     }
 }

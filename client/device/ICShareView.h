@@ -1,6 +1,6 @@
 #pragma once
 
-#include "device/ICShareContent.h"
+#include "platform/kits/ShareSDKTypes.h"
 #include "platform/ui/Button.h"
 
 #include <QList>
@@ -10,6 +10,16 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <functional>
+
+// One share as the panel asks the sharing kit for it: straight to one platform's client, or the
+// one-key share over a list of platforms.
+struct ICShareRequest
+{
+    bool oneKey = false;
+    ShareType type = ShareTypeWeixiSession; // the platform of a direct share
+    QList<ShareType> shareList; // the platforms of a one-key share
+    ShareContent content;
+};
 
 // The bottom sheet that shares the page on screen: "微信好友", "微信朋友圈", "新浪微博" and "取消"
 // over a dimmed backdrop. The caller gives the content, then shows it; a target button hands the
@@ -27,10 +37,9 @@ public:
     static constexpr int ButtonTagBase = 5000;
     static constexpr int AnimationDurationMs = 300;
 
-    using ResultFn = std::function<void(const ICShareResult &result)>;
-    // Hands one share to the sharing kit; the kit calls `done` with its answer (possibly more than
-    // once: started, then finished).
-    using ShareFunction = std::function<void(const ICShareRequest &request, ResultFn done)>;
+    // Hands one share to the sharing kit, which reports to `result` (started, then the outcome).
+    using ShareFunction
+            = std::function<void(const ICShareRequest &request, const ShareResultFn &result)>;
 
     explicit ICShareView(QObject *parent = nullptr);
 
@@ -58,15 +67,17 @@ public:
 
     // Tests put their own kit in; an empty function goes back to the app's sharing kit.
     static void setShareFunction(ShareFunction function);
+    // What the panel shows for the kit's report on a share.
+    static void shareResult(ShareType type, SSResponseState state, const ShareError &error,
+                            bool end);
 
 signals:
     void shownChanged();
 
 private:
     QVariantList buttonsForView() const;
-    ICShareContent buildContent() const;
-    static void showResult(const ICShareResult &result);
-    static void shareWithKit(const ICShareRequest &request, ResultFn done);
+    ShareContent buildContent() const;
+    static void shareWithKit(const ICShareRequest &request, const ShareResultFn &result);
 
     QString m_title;
     QString m_content;

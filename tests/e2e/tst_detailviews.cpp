@@ -3,12 +3,14 @@
 #include "tst_detailsupport.h"
 
 #include "app/WindowSnapshot.h"
+#include "platform/kits/ShareQrPrompt.h"
 #include "platform/ui/BarButtonItem.h"
 #include "platform/ui/ImageNetworkFactory.h"
 #include "screens/store/BindingPackageViewContoller.h"
 #include "screens/store/LibraryViewController.h"
 
 #include <QDir>
+#include <QPointer>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlExtensionPlugin>
@@ -110,7 +112,7 @@ private:
         }
         item->setParentItem(m_window->contentItem());
         item->setSize(QSizeF(375, 667));
-        QQmlEngine::setObjectOwnership(item, QQmlEngine::JavaScriptOwnership);
+        item->setParent(m_window.get()); // lives as long as the window, whatever the collector does
         m_window->show();
         return QTest::qWaitForWindowExposed(m_window.get());
     }
@@ -132,10 +134,53 @@ private:
         QVERIFY(WindowSnapshot::save(m_window.get(), artifact(name)));
     }
 
+    // The item, once it shows (views make their items a little later than their models change).
+    QQuickItem *waitNamed(const QString &name)
+    {
+        QQuickItem *found = nullptr;
+        if (!QTest::qWaitFor([&] { return (found = findNamed(root(), name)) != nullptr; }, 5000))
+            qWarning() << "no item named" << name;
+        return found;
+    }
+    QQuickItem *waitText(const QString &text)
+    {
+        QQuickItem *found = nullptr;
+        if (!QTest::qWaitFor([&] { return (found = findText(root(), text)) != nullptr; }, 5000))
+            qWarning() << "no text" << text;
+        return found;
+    }
+
+    // Whether the navigation stacks are still sliding.
+    bool stacksBusy() const
+    {
+        QList<QQuickItem *> pending{root()};
+        while (!pending.isEmpty()) {
+            QQuickItem *item = pending.takeLast();
+            if (item->objectName() == QLatin1String("controllerStack")
+                && item->property("busy").toBool())
+                return true;
+            pending += item->childItems();
+        }
+        return false;
+    }
+
+    // Taps the middle of `item` once the stacks are still and the item has stopped moving (sheets
+    // slide in), as a user would.
     void click(QQuickItem *item)
     {
         QVERIFY(item);
-        const QPointF centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+        QPointer<QQuickItem> target(item);
+        QPointF centre;
+        QVERIFY(QTest::qWaitFor([&] {
+            if (!target || stacksBusy())
+                return false;
+            const QPointF now
+                    = target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
+            const bool still = now == centre;
+            centre = now;
+            return still;
+        }));
+        QVERIFY2(QRectF(0, 0, 375, 667).contains(centre), "the item is outside the window");
         QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centre.toPoint());
     }
 
@@ -185,25 +230,25 @@ private slots:
         QVERIFY(detail);
         GoodsDetailHeaderView *header = detail->tableHeaderView();
         QVERIFY(!header->isDiscountHidden());
-        QTRY_VERIFY(findText(root(), header->labelNameCn()));
-        QVERIFY(findText(root(), header->labelNewPrice()));
-        QVERIFY(findText(root(), header->labelOldPrice()));
-        QVERIFY(findText(root(), header->labelDiscount()));
-        QVERIFY(findText(root(), QStringLiteral("商品详情")));
-        QVERIFY(findText(root(), QStringLiteral("加入购物车")));
-        QVERIFY(findText(root(), QStringLiteral("立即购买")));
-        QVERIFY(findText(root(), QStringLiteral("2"))); // the cart badge
-        QVERIFY(findText(root(), QStringLiteral("游戏信息")));
+        QVERIFY(waitText(header->labelNameCn()));
+        QVERIFY(waitText(header->labelNewPrice()));
+        QVERIFY(waitText(header->labelOldPrice()));
+        QVERIFY(waitText(header->labelDiscount()));
+        QVERIFY(waitText(QStringLiteral("商品详情")));
+        QVERIFY(waitText(QStringLiteral("加入购物车")));
+        QVERIFY(waitText(QStringLiteral("立即购买")));
+        QVERIFY(waitText(QStringLiteral("2"))); // the cart badge
+        QVERIFY(waitText(QStringLiteral("游戏信息")));
         snapshot(QStringLiteral("detail_discounted.png"));
 
         // The description at the end of the page, as plain text.
-        QQuickItem *table = findNamed(root(), QStringLiteral("goodsDetailTable"));
+        QQuickItem *table = waitNamed(QStringLiteral("goodsDetailTable"));
         QVERIFY(table);
         QMetaObject::invokeMethod(table, "positionViewAtEnd");
         const QString description = detail->cellForRowAtIndexPath(3, 0).labelTitle();
         QVERIFY(!description.isEmpty());
-        QTRY_VERIFY(findText(root(), description));
-        QVERIFY(findText(root(), QStringLiteral("游戏介绍")));
+        QVERIFY(waitText(description));
+        QVERIFY(waitText(QStringLiteral("游戏介绍")));
         snapshot(QStringLiteral("detail_discounted_end.png"));
     }
 
@@ -224,9 +269,9 @@ private slots:
         const QString shown
                 = notice.isEmpty() ? detail->cellForRowAtIndexPath(0, 1).labelTitle() : notice;
         QVERIFY(shown.startsWith(notice.isEmpty() ? QStringLiteral("距离预购结束还有") : notice));
-        QTRY_VERIFY(findText(root(), shown));
+        QVERIFY(waitText(shown));
         if (notice.isEmpty())
-            QVERIFY(findText(root(), QStringLiteral(" 预售 ")));
+            QVERIFY(waitText(QStringLiteral(" 预售 ")));
         snapshot(QStringLiteral("detail_%1.png").arg(notice.isEmpty() ? "presale" : "blocked"));
     }
 
@@ -234,11 +279,11 @@ private slots:
     {
         GoodsDetailViewController *detail = openShown(QStringLiteral("101"));
         QVERIFY(detail);
-        QVERIFY(findNamed(root(), QStringLiteral("lookButton")));
+        QVERIFY(waitNamed(QStringLiteral("goodsDetailCell0_3")));
         snapshot(QStringLiteral("detail_dlc.png"));
 
         // Its base-game row opens the base game.
-        click(findNamed(root(), QStringLiteral("lookButton")));
+        click(waitNamed(QStringLiteral("goodsDetailCell0_3")));
         QTRY_COMPARE(m_harness->depth(), 3);
         auto *base = qobject_cast<GoodsDetailViewController *>(m_harness->top());
         QVERIFY(base);
@@ -251,51 +296,53 @@ private slots:
         GoodsDetailViewController *detail = openShown(QStringLiteral("34"));
         QVERIFY(detail);
         detail->rightBarItem()->tap();
-        QTRY_VERIFY(findText(root(), QStringLiteral("微信朋友圈")));
-        QVERIFY(findText(root(), QStringLiteral("微信好友")));
-        QVERIFY(findText(root(), QStringLiteral("新浪微博")));
+        QVERIFY(waitText(QStringLiteral("微信朋友圈")));
+        QVERIFY(waitText(QStringLiteral("微信好友")));
+        QVERIFY(waitText(QStringLiteral("新浪微博")));
         snapshot(QStringLiteral("share_sheet.png"));
 
         // The sheet sits on the bottom edge of the window.
-        QQuickItem *cancel = findNamed(root(), QStringLiteral("shareCancel"));
+        QQuickItem *cancel = waitNamed(QStringLiteral("shareCancel"));
         QVERIFY(cancel);
         const QRectF cancelArea
                 = cancel->mapRectToScene(QRectF(0, 0, cancel->width(), cancel->height()));
         QCOMPARE(qRound(cancelArea.bottom()), 667);
         QCOMPARE(qRound(cancelArea.width()), 375);
 
-        click(findText(root(), QStringLiteral("取消")));
+        click(waitText(QStringLiteral("取消")));
         QTRY_VERIFY(!detail->shareView()->isShown());
         QTRY_VERIFY(!findText(root(), QStringLiteral("微信好友")));
     }
 
-    void shareTargetTapShares()
+    // WeChat moments through the app's sharing kit: its QR sheet shows the page, and once the
+    // user is done the panel reports the share.
+    void shareToWeChatMoments()
     {
-        QList<ICShareRequest> shared;
-        ICShareView::setShareFunction(
-                [&shared](const ICShareRequest &request, ICShareView::ResultFn done) {
-                    shared.append(request);
-                    done({ICShareResult::Success, 0, QString()});
-                });
+        AppDelegate::shared()->initWithShareSDK();
         GoodsDetailViewController *detail = openShown(QStringLiteral("34"));
         QVERIFY(detail);
         detail->rightBarItem()->tap();
-        QTRY_VERIFY(findNamed(root(), QStringLiteral("shareTarget5001")));
+        QVERIFY(waitNamed(QStringLiteral("shareTarget5001")));
         QTest::qWait(400);
-        click(findNamed(root(), QStringLiteral("shareTarget5001")));
-        ICShareView::setShareFunction({});
-        QCOMPARE(shared.size(), 1);
-        QCOMPARE(shared.first().platformType, 23);
-        QCOMPARE(shared.first().content.title, detail->sourceModel()->title);
+        click(waitNamed(QStringLiteral("shareTarget5001")));
+        QTRY_VERIFY(platform::ShareQrPrompt::shared().isShown());
         QVERIFY(!detail->shareView()->isShown());
-        QTRY_VERIFY(findText(root(), QStringLiteral("分享成功")));
+        QCOMPARE(platform::ShareQrPrompt::shared().shareTitle(), detail->sourceModel()->title);
+        QCOMPARE(platform::ShareQrPrompt::shared().code(),
+                 m_store->baseUrl() + QStringLiteral("/products/34"));
+        QVERIFY(waitText(QStringLiteral("请使用微信扫一扫")));
+        snapshot(QStringLiteral("share_wechat_qr.png"));
+
+        platform::ShareQrPrompt::shared().done();
+        QTRY_VERIFY(Hud::shared().history().contains(QStringLiteral("分享成功")));
+        QTRY_VERIFY(!platform::ShareQrPrompt::shared().isShown());
     }
 
     void signedOutAddToCartAsksForSignIn()
     {
         GoodsDetailViewController *detail = openShown(QStringLiteral("34"));
         QVERIFY(detail);
-        click(findNamed(root(), QStringLiteral("addToCartButton")));
+        click(waitNamed(QStringLiteral("addToCartButton")));
         QTRY_COMPARE(m_harness->window.presentedCount(), 1);
         QCOMPARE(m_harness->top(), detail);
         snapshot(QStringLiteral("detail_sign_in.png")); // also lets the sheet finish sliding
@@ -309,11 +356,11 @@ private slots:
         auto *list = qobject_cast<BindingPackageViewContoller *>(m_harness->top());
         QVERIFY(list);
         const QVariantMap first = list->tableMain()->get(0);
-        QTRY_VERIFY(findText(root(), first.value(QStringLiteral("name")).toString()));
-        QVERIFY(findText(root(), first.value(QStringLiteral("nowPrice")).toString()));
+        QVERIFY(waitText(first.value(QStringLiteral("name")).toString()));
+        QVERIFY(waitText(first.value(QStringLiteral("nowPrice")).toString()));
         snapshot(QStringLiteral("dlc_list.png"));
 
-        click(findText(root(), first.value(QStringLiteral("name")).toString()));
+        click(waitText(first.value(QStringLiteral("name")).toString()));
         QTRY_COMPARE(m_harness->depth(), 4);
         auto *opened = qobject_cast<GoodsDetailViewController *>(m_harness->top());
         QVERIFY(opened);
@@ -329,12 +376,12 @@ private slots:
         auto *library = new LibraryViewController;
         m_harness->push(library);
         QVERIFY(showShell());
-        QTRY_VERIFY(findText(root(), QStringLiteral("我的优惠券(6张)")));
-        QVERIFY(findText(root(), QStringLiteral("我的游戏(317款)")));
+        QVERIFY(waitText(QStringLiteral("我的优惠券(6张)")));
+        QVERIFY(waitText(QStringLiteral("我的游戏(317款)")));
         snapshot(QStringLiteral("library.png"));
-        click(findNamed(root(), QStringLiteral("libraryRow1")));
+        click(waitNamed(QStringLiteral("libraryRow1")));
         QTRY_COMPARE(m_harness->top()->title(), QStringLiteral("我的游戏"));
-        QTRY_VERIFY(findText(root(), QStringLiteral("已购游戏与激活码即将开放，敬请期待")));
+        QVERIFY(waitText(QStringLiteral("已购游戏与激活码即将开放，敬请期待")));
         snapshot(QStringLiteral("my_games_placeholder.png"));
     }
 };

@@ -1,24 +1,36 @@
 #include "TestEnvironment.h"
 
+#include "app/AppDelegate.h"
 #include "device/ICShareView.h"
 #include "platform/ui/Hud.h"
+#include "platform/ui/UrlOpener.h"
+
+#include <QUrlQuery>
 
 #include <QSignalSpy>
 
 using platform::Hud;
-
-Q_DECLARE_METATYPE(ICShareResult)
-Q_DECLARE_METATYPE(platform::Hud::Record)
 
 namespace {
 
 struct SharedCall
 {
     ICShareRequest request;
-    ICShareView::ResultFn done;
+    ShareResultFn result;
+};
+
+// One report of the sharing kit.
+struct KitReport
+{
+    SSResponseState state;
+    int errorCode;
+    QString errorDescription;
 };
 
 } // namespace
+
+Q_DECLARE_METATYPE(KitReport)
+Q_DECLARE_METATYPE(platform::Hud::Record)
 
 // The share panel: its three targets and two reserved tags, the content it builds (absent values as
 // empty text), showing and hiding, and what each answer of the sharing kit shows.
@@ -33,8 +45,8 @@ private:
     {
         m_calls.clear();
         ICShareView::setShareFunction(
-                [this](const ICShareRequest &request, ICShareView::ResultFn done) {
-                    m_calls.append({request, std::move(done)});
+                [this](const ICShareRequest &request, const ShareResultFn &result) {
+                    m_calls.append({request, result});
                 });
     }
 
@@ -83,11 +95,11 @@ private slots:
         QTest::addColumn<int>("tag");
         QTest::addColumn<bool>("known");
         QTest::addColumn<bool>("oneKey");
-        QTest::addColumn<int>("platformType");
+        QTest::addColumn<int>("type");
         QTest::addColumn<QList<int>>("shareList");
         QTest::newRow("5000 WeChat chat") << 5000 << true << false << 22 << QList<int>();
         QTest::newRow("5001 WeChat moments") << 5001 << true << false << 23 << QList<int>();
-        QTest::newRow("5002 Weibo one-key") << 5002 << true << true << 0 << QList<int>{1};
+        QTest::newRow("5002 Weibo one-key") << 5002 << true << true << 1 << QList<int>{1};
         QTest::newRow("5003 reserved") << 5003 << true << false << 24 << QList<int>();
         QTest::newRow("5004 reserved") << 5004 << true << false << 6 << QList<int>();
         QTest::newRow("4999 unknown") << 4999 << false << false << 0 << QList<int>();
@@ -99,7 +111,7 @@ private slots:
         QFETCH(int, tag);
         QFETCH(bool, known);
         QFETCH(bool, oneKey);
-        QFETCH(int, platformType);
+        QFETCH(int, type);
         QFETCH(QList<int>, shareList);
         ICShareView view;
         ICShareRequest request;
@@ -107,9 +119,11 @@ private slots:
         if (!known)
             return;
         QCOMPARE(request.oneKey, oneKey);
-        QCOMPARE(request.platformType, platformType);
-        QCOMPARE(request.shareList, shareList);
-        QVERIFY(request.statusBarTips);
+        QCOMPARE(int(request.type), type);
+        QList<int> list;
+        for (ShareType platform : request.shareList)
+            list.append(int(platform));
+        QCOMPARE(list, shareList);
     }
 
     void contentForms_data()
@@ -139,21 +153,24 @@ private slots:
 
         ICShareRequest request;
         QVERIFY(view.requestForTag(5001, &request));
-        const ICShareContent &content = request.content;
-        QCOMPARE(content.text, view.StrContent());
-        QCOMPARE(content.defaultText, view.StrContent());
+        const ShareContent &content = request.content;
+        QCOMPARE(content.content, view.StrContent());
+        QCOMPARE(content.defaultContent, view.StrContent());
         QCOMPARE(content.description, view.StrContent());
         QCOMPARE(content.title, view.StrTitle());
         QCOMPARE(content.url, view.StrUrl());
-        QCOMPARE(content.imageUrl, view.StrImageUrl());
-        QVERIFY(!content.imageUrl.isNull());
-        QCOMPARE(content.mediaType, ICShareContent::MediaNews);
-        QCOMPARE(content.weChatTimeline,
-                 (ICShareContent::WeChatTimelineUnit{ICShareContent::MediaNews, view.StrContent(),
-                                                     view.StrTitle(), view.StrUrl(),
-                                                     view.StrImageUrl()}));
-        QCOMPARE(content.sinaWeibo,
-                 (ICShareContent::SinaWeiboUnit{view.StrContent(), view.StrImageUrl()}));
+        QCOMPARE(content.image, view.StrImageUrl());
+        QVERIFY(!content.image.isNull());
+        QCOMPARE(content.mediaType, SSPublishContentMediaTypeNews);
+        QVERIFY(content.weixinTimelineUnit.has_value());
+        QCOMPARE(content.weixinTimelineUnit->type, SSPublishContentMediaTypeNews);
+        QCOMPARE(content.weixinTimelineUnit->content, view.StrContent());
+        QCOMPARE(content.weixinTimelineUnit->title, view.StrTitle());
+        QCOMPARE(content.weixinTimelineUnit->url, view.StrUrl());
+        QCOMPARE(content.weixinTimelineUnit->image, view.StrImageUrl());
+        QVERIFY(content.sinaWeiboUnit.has_value());
+        QCOMPARE(content.sinaWeiboUnit->content, view.StrContent());
+        QCOMPARE(content.sinaWeiboUnit->image, view.StrImageUrl());
     }
 
     void showAndHide()
@@ -192,35 +209,39 @@ private slots:
         QCOMPARE(m_calls.size(), 1);
         ICShareRequest expected;
         QVERIFY(view.requestForTag(5000 + index, &expected));
-        QCOMPARE(m_calls.first().request, expected);
+        const ICShareRequest &made = m_calls.first().request;
+        QCOMPARE(made.oneKey, expected.oneKey);
+        QCOMPARE(made.type, expected.type);
+        QCOMPARE(made.shareList, expected.shareList);
+        QCOMPARE(made.content.title, QStringLiteral("霓虹编年史"));
+        QCOMPARE(made.content.url, QStringLiteral("http://s/products/34"));
         QVERIFY(!view.isShown());
     }
 
     void kitAnswers_data()
     {
-        QTest::addColumn<QList<ICShareResult>>("answers");
+        QTest::addColumn<QList<KitReport>>("reports");
         QTest::addColumn<QList<Hud::Record>>("huds");
         QTest::addColumn<QString>("log"); // empty: nothing logged
 
-        const ICShareResult begin{ICShareResult::Begin, 0, QString()};
-        QTest::newRow("success") << QList<ICShareResult>{begin,
-                                                         {ICShareResult::Success, 0, QString()}}
+        const KitReport begin{SSResponseStateBegin, 0, QString()};
+        QTest::newRow("success") << QList<KitReport>{begin, {SSResponseStateSuccess, 0, QString()}}
                                  << QList<Hud::Record>{{Hud::Success, "分享成功", true}}
                                  << QString();
-        QTest::newRow("failure") << QList<ICShareResult>{begin,
-                                                         {ICShareResult::Fail, 208, "网络连接失败"}}
+        QTest::newRow("failure") << QList<KitReport>{begin,
+                                                     {SSResponseStateFail, 208, "网络连接失败"}}
                                  << QList<Hud::Record>{{Hud::Error, "分享失败", true}}
                                  << QStringLiteral("分享失败,错误码:208,错误描述:网络连接失败");
         QTest::newRow("cancelled")
-                << QList<ICShareResult>{begin, {ICShareResult::Cancel, 0, QString()}}
+                << QList<KitReport>{begin, {SSResponseStateCancel, -2, QString()}}
                 << QList<Hud::Record>() << QString();
         QTest::newRow("only started")
-                << QList<ICShareResult>{begin} << QList<Hud::Record>() << QString();
+                << QList<KitReport>{begin} << QList<Hud::Record>() << QString();
     }
 
     void kitAnswers()
     {
-        QFETCH(QList<ICShareResult>, answers);
+        QFETCH(QList<KitReport>, reports);
         QFETCH(QList<Hud::Record>, huds);
         QFETCH(QString, log);
         ICShareView view;
@@ -228,9 +249,52 @@ private slots:
         QCOMPARE(m_calls.size(), 1);
         if (!log.isEmpty())
             QTest::ignoreMessage(QtInfoMsg, qPrintable(log));
-        for (const ICShareResult &answer : answers)
-            m_calls.first().done(answer);
+        for (const KitReport &report : reports) {
+            m_calls.first().result(ShareTypeSinaWeibo, report.state,
+                                   {report.errorCode, report.errorDescription},
+                                   report.state != SSResponseStateBegin);
+        }
         QCOMPARE(Hud::shared().records(), huds);
+    }
+
+    // Through the app's sharing kit: Weibo's web share page opens in the browser.
+    void weiboThroughTheKit()
+    {
+        ICShareView::setShareFunction({});
+        AppDelegate::shared()->initWithShareSDK();
+        QList<QUrl> opened;
+        platform::UrlOpener::shared().setHandler([&opened](const QUrl &url) {
+            opened.append(url);
+            return true;
+        });
+        ICShareView view;
+        view.setShareTitle(QStringLiteral("霓虹编年史"), QStringLiteral("霓虹都市里的冒险。"),
+                           QString(), QStringLiteral("http://s/products/34"));
+        QVERIFY(view.arrayButtonShare().at(2)->tap());
+        QTRY_COMPARE(opened.size(), 1);
+        platform::UrlOpener::shared().setHandler({});
+        QCOMPARE(opened.first().host(), QStringLiteral("service.weibo.com"));
+        const QUrlQuery query(opened.first());
+        QCOMPARE(query.queryItemValue(QStringLiteral("url")),
+                 QStringLiteral("http://s/products/34"));
+        QCOMPARE(query.queryItemValue(QStringLiteral("title"), QUrl::FullyDecoded),
+                 QStringLiteral("霓虹都市里的冒险。"));
+        QTRY_COMPARE(Hud::shared().records(),
+                     (QList<Hud::Record>{{Hud::Success, QStringLiteral("分享成功"), true}}));
+    }
+
+    // A reserved target that no platform serves fails with the kit's code and description.
+    void reservedTargetThroughTheKit()
+    {
+        ICShareView::setShareFunction({});
+        AppDelegate::shared()->initWithShareSDK();
+        ICShareView view;
+        platform::Button reserved;
+        reserved.setTag(5003);
+        QTest::ignoreMessage(QtInfoMsg, "分享失败,错误码:20001,错误描述:尚未配置该分享平台");
+        view.clickButtonShare(&reserved);
+        QTRY_COMPARE(Hud::shared().records(),
+                     (QList<Hud::Record>{{Hud::Error, QStringLiteral("分享失败"), true}}));
     }
 };
 

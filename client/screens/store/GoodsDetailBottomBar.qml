@@ -29,18 +29,24 @@ Rectangle {
             sourceSize: Qt.size(56, 56)
             source: bar.bottomView ? Assets.imageUrl(bar.bottomView.buttonCart.imageName) : ""
         }
-        BoundLabel {
-            state: bar.bottomView ? bar.bottomView.labelRedDot : null
+        // The cart count badge.
+        Rectangle {
+            readonly property LabelState badge: bar.bottomView ? bar.bottomView.labelRedDot : null
+            objectName: "cartBadge"
+            visible: badge !== null && !badge.hidden
             x: cartIcon.x + cartIcon.width - 9
             y: cartIcon.y - 5
-            width: Math.max(16, implicitWidth)
+            width: Math.max(16, badgeText.implicitWidth + 8)
             height: 16
-            leftPadding: 4
-            rightPadding: 4
-            font.pixelSize: 10
-            horizontalAlignment: Text.AlignHCenter
-            verticalAlignment: Text.AlignVCenter
-            badgeRoundness: 1
+            radius: 8
+            color: badge ? badge.backgroundColor : "transparent"
+            Text {
+                id: badgeText
+                anchors.centerIn: parent
+                text: parent.badge ? parent.badge.text : ""
+                color: parent.badge ? parent.badge.textColor : "white"
+                font.pixelSize: 10
+            }
         }
         MouseArea {
             id: cartTouch
@@ -55,49 +61,34 @@ Rectangle {
         height: 26
         color: Theme.separator
     }
-    BoundLabel {
+    Text {
+        readonly property LabelState price: bar.bottomView ? bar.bottomView.labelPrice : null
         anchors.left: cart.right
         anchors.leftMargin: 10
         anchors.right: addToCart.left
         anchors.rightMargin: 6
         anchors.verticalCenter: parent.verticalCenter
-        state: bar.bottomView ? bar.bottomView.labelPrice : null
+        visible: price !== null && !price.hidden
+        text: price ? price.text : ""
+        color: price ? price.textColor : Theme.price
         font.pixelSize: 18
         font.weight: Font.DemiBold
         elide: Text.ElideRight
     }
-    ActionButton {
+    GoodsDetailActionButton {
         id: addToCart
         objectName: "addToCartButton"
         anchors.right: buyNow.left
+        height: bar.height
         button: bar.bottomView ? bar.bottomView.buttonAddToCart : null
         color: Theme.accent
     }
-    ActionButton {
+    GoodsDetailActionButton {
         id: buyNow
         objectName: "buyNowButton"
         anchors.right: parent.right
+        height: bar.height
         button: bar.bottomView ? bar.bottomView.buttonOneKeyBuy : null
         color: Theme.price
-    }
-
-    component ActionButton: Rectangle {
-        id: action
-        property ButtonState button: null
-        width: 108
-        height: bar.height
-        opacity: touch.pressed ? 0.8 : 1
-        Text {
-            anchors.centerIn: parent
-            text: action.button ? action.button.title : ""
-            color: "white"
-            font.pixelSize: 16
-            font.weight: Font.DemiBold
-        }
-        MouseArea {
-            id: touch
-            anchors.fill: parent
-            onClicked: action.button.tap()
-        }
     }
 }

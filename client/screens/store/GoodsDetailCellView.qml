@@ -10,7 +10,7 @@ Item {
 
     readonly property bool isSection: row !== null && row.kind === "section"
     objectName: row === null ? "" : isSection ? "goodsDetailSection" + row.section
-                                              : "goodsDetailCell" + row.section + "_" + row.row
+                                              : "goodsDetailCell" + row.section + "_" + row.rowIndex
     readonly property string identifier: row && !isSection ? row.identifier : ""
     readonly property bool shown: row !== null && (isSection || !row.hidden)
 

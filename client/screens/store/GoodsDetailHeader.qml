@@ -70,12 +70,12 @@ Column {
                         font.pixelSize: 14
                         font.strikeout: true
                     }
-                    Badge {
+                    GoodsDetailBadge {
                         visible: head.header !== null && !head.header.discountHidden
                         text: head.header ? head.header.labelDiscount : ""
                         color: Theme.accent
                     }
-                    Badge {
+                    GoodsDetailBadge {
                         visible: head.header !== null && !head.header.presellHidden
                         text: " 预售 "
                         color: "#2e9bd6"
@@ -97,21 +97,6 @@ Column {
                     }
                 }
             }
-        }
-    }
-
-    component Badge: Rectangle {
-        property alias text: label.text
-        anchors.verticalCenter: parent.verticalCenter
-        width: label.implicitWidth + 4
-        height: 20
-        radius: 3
-        Text {
-            id: label
-            anchors.centerIn: parent
-            color: "white"
-            font.pixelSize: 12
-            font.weight: Font.DemiBold
         }
     }
 }

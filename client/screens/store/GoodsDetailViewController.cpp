@@ -36,7 +36,7 @@ GoodsDetailViewController::GoodsDetailViewController(QObject *parent)
     , m_webView(new GoodsDetailWebView(this))
     , m_shareView(new ICShareView(this))
     , m_tableMain(new platform::RowModel(
-              {QStringLiteral("kind"), QStringLiteral("section"), QStringLiteral("row"),
+              {QStringLiteral("kind"), QStringLiteral("section"), QStringLiteral("rowIndex"),
                QStringLiteral("identifier"), QStringLiteral("tag"), QStringLiteral("title"),
                QStringLiteral("styledTitle"), QStringLiteral("icon"), QStringLiteral("type"),
                QStringLiteral("lookTag"), QStringLiteral("hidden")},
@@ -144,7 +144,7 @@ void GoodsDetailViewController::reloadData()
             QVariantMap cell = cellForRowAtIndexPath(section, row).toRow();
             cell.insert(QStringLiteral("kind"), QStringLiteral("cell"));
             cell.insert(QStringLiteral("section"), section);
-            cell.insert(QStringLiteral("row"), row);
+            cell.insert(QStringLiteral("rowIndex"), row);
             rows.append(cell);
         }
     }
