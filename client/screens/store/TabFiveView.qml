@@ -17,12 +17,18 @@ Item {
         anchors.fill: parent
         clip: true
         model: view.controller ? view.controller.mainTable : null
-        delegate: NewsTableViewCell {
+        delegate: Item {
+            id: slot
             required property int index
             required property var row
             width: list.width
             height: row.height
-            onTapped: view.controller.didSelectRowAtIndex(index)
+
+            NewsTableViewCell {
+                anchors.fill: parent
+                row: slot.row
+                onTapped: view.controller.didSelectRowAtIndex(slot.index)
+            }
         }
         footer: LoadMoreFooter {
             target: list

@@ -13,7 +13,7 @@ Item {
         anchors.fill: parent
         radius: height / 2
         color: "white"
-        visible: field.visible
+        visible: root.controller !== null && !root.controller.fieldSearch.hidden
 
         BoundTextField {
             id: field
