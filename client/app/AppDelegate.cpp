@@ -1,9 +1,16 @@
 #include "app/AppDelegate.h"
 
+#include "app/ViewController.h"
 #include "platform/UserDefaults.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/Label.h"
+#include "platform/ui/NavigationController.h"
+#include "platform/ui/TabBarController.h"
 #include "platform/ui/Window.h"
+#include "service/ICCookiesHelper.h"
+
+#include <QGuiApplication>
+#include <QJSEngine>
 
 namespace {
 const QString IsCountdownKey = QStringLiteral("isCountdown");
@@ -15,6 +22,12 @@ AppDelegate *AppDelegate::shared()
     return delegate;
 }
 
+AppDelegate *AppDelegate::create(QQmlEngine *, QJSEngine *)
+{
+    QJSEngine::setObjectOwnership(shared(), QJSEngine::CppOwnership);
+    return shared();
+}
+
 AppDelegate::AppDelegate()
     : m_window(new platform::Window(this))
 {
@@ -24,6 +37,87 @@ AppDelegate::AppDelegate()
 AppDelegate::~AppDelegate()
 {
     ApplicationState::install(nullptr);
+}
+
+bool AppDelegate::application_didFinishLaunchingWithOptions(const QVariantMap &launchOptions)
+{
+    m_window->makeKeyAndVisible();
+    initWithMainController();
+    initWithShareSDK();
+    initWithGeTui(launchOptions);
+    return true;
+}
+
+void AppDelegate::initWithMainController()
+{
+    if (m_statusBarStyle != StatusBarStyleLightContent) {
+        m_statusBarStyle = StatusBarStyleLightContent;
+        emit statusBarStyleChanged();
+    }
+    m_window->setRootViewController(new ViewController);
+    connect(&platform::UserDefaults::standard(), &platform::UserDefaults::valueChanged, this,
+            &AppDelegate::observeValueForKeyPath, Qt::UniqueConnection);
+    auto &defaults = platform::UserDefaults::standard();
+    defaults.setObject(false, IsCountdownKey);
+    defaults.synchronize();
+    setCountdown(CountdownSeconds);
+}
+
+void AppDelegate::observeValueForKeyPath(const QString &keyPath, const QVariant &oldValue,
+                                         const QVariant &newValue)
+{
+    Q_UNUSED(oldValue)
+    if (keyPath == ICCookiesHelper::cartNumKey)
+        showCartNumOnBadge(newValue);
+}
+
+void AppDelegate::showCartNumOnBadge(const QVariant &value)
+{
+    if (!m_labelRedDot)
+        return;
+    const QString text = value.toString();
+    m_labelRedDot->setText(text);
+    m_labelRedDot->setHidden(text.isEmpty() || text == QLatin1String("0"));
+}
+
+void AppDelegate::followApplicationState(QGuiApplication *application)
+{
+    connect(application, &QGuiApplication::applicationStateChanged, this,
+            [this](Qt::ApplicationState state) {
+                if (state == Qt::ApplicationActive)
+                    applicationDidBecomeActive();
+                else if (state == Qt::ApplicationHidden || state == Qt::ApplicationSuspended)
+                    applicationDidEnterBackground();
+            });
+}
+
+platform::ViewController *AppDelegate::visibleViewController() const
+{
+    platform::ViewController *current = m_window->topViewController();
+    while (current) {
+        platform::ViewController *inner = nullptr;
+        if (auto *stack = qobject_cast<platform::NavigationController *>(current))
+            inner = stack->topViewController();
+        else if (auto *tabs = qobject_cast<platform::TabBarController *>(current))
+            inner = tabs->selectedViewController();
+        if (!inner)
+            return current;
+        current = inner;
+    }
+    return nullptr;
+}
+
+bool AppDelegate::setTags(const QStringList &tags, QString *error)
+{
+    m_pushTags = tags;
+    return m_tagsSender ? m_tagsSender(tags, error) : true;
+}
+
+void AppDelegate::setTagsSender(TagsSender sender)
+{
+    m_tagsSender = std::move(sender);
+    if (m_tagsSender && !m_pushTags.isEmpty())
+        m_tagsSender(m_pushTags, nullptr);
 }
 
 void AppDelegate::setUserLogin(const std::optional<Object_User> &user)

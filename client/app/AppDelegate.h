@@ -2,16 +2,22 @@
 
 #include "platform/ui/Button.h"
 #include "platform/ui/Label.h"
+#include "platform/ui/ViewController.h"
+#include "platform/ui/Window.h"
 #include "service/ApplicationState.h"
 
 #include <QObject>
 #include <QPointer>
+#include <QStringList>
 #include <QTimer>
 #include <QVariantMap>
+#include <QtQml/qqmlregistration.h>
 
-namespace platform {
-class Window;
-} // namespace platform
+#include <functional>
+
+class QGuiApplication;
+class QJSEngine;
+class QQmlEngine;
 
 // The application's delegate: owns the window and the application-wide state every screen reaches
 // through it: the signed-in user, the cart badge and the SMS countdown. It is the service layer's
@@ -19,14 +25,47 @@ class Window;
 class AppDelegate : public QObject, public ApplicationState
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(platform::Window *window READ window CONSTANT)
     Q_PROPERTY(bool signedIn READ isSignedIn NOTIFY userLoginChanged)
+    Q_PROPERTY(platform::Label *labelRedDot READ labelRedDot NOTIFY labelRedDotChanged)
     Q_PROPERTY(int countdown READ countdown NOTIFY countdownChanged)
+    Q_PROPERTY(StatusBarStyle statusBarStyle READ statusBarStyle NOTIFY statusBarStyleChanged)
 public:
     static constexpr int CountdownSeconds = 60;
 
     // The delegate of this application; created on first use.
     static AppDelegate *shared();
+    static AppDelegate *create(QQmlEngine *, QJSEngine *);
     ~AppDelegate() override;
+
+    // Start-up, in this order: the window shows, the root controller goes in (it replaces itself
+    // by the tab bar and restores a remembered sign-in), the cart badge starts following
+    // "cartnum", the countdown goes idle, then sharing and push start. Answers true.
+    bool application_didFinishLaunchingWithOptions(const QVariantMap &launchOptions = {});
+    void initWithMainController();
+    // The cart badge follows "cartnum": its text is the stored value, hidden when that is empty
+    // or "0". Other keys are ignored.
+    void observeValueForKeyPath(const QString &keyPath, const QVariant &oldValue,
+                                const QVariant &newValue);
+    // Reports the application's foreground and background changes to the entry points below.
+    void followApplicationState(QGuiApplication *application);
+
+    enum StatusBarStyle { StatusBarStyleDefault, StatusBarStyleLightContent };
+    Q_ENUM(StatusBarStyle)
+    StatusBarStyle statusBarStyle() const { return m_statusBarStyle; }
+
+    // The screen the user is looking at: the top of the window's presented controllers or root,
+    // followed down through navigation stacks (their top) and tab bars (their selected tab).
+    Q_INVOKABLE platform::ViewController *visibleViewController() const;
+
+    // Push tags for this device (setTags:error: of the push service). The push kit installs the
+    // sender; the tags are kept so they can be sent when it comes later.
+    using TagsSender = std::function<bool(const QStringList &tags, QString *error)>;
+    bool setTags(const QStringList &tags, QString *error = nullptr);
+    void setTagsSender(TagsSender sender);
+    QStringList pushTags() const { return m_pushTags; }
 
     platform::Window *window() const { return m_window; }
 
@@ -58,6 +97,7 @@ signals:
     void userLoginChanged();
     void labelRedDotChanged();
     void countdownChanged();
+    void statusBarStyleChanged();
 
 protected:
     AppDelegate();
@@ -66,6 +106,7 @@ protected:
 
 private:
     void setCountdown(int seconds);
+    void showCartNumOnBadge(const QVariant &value);
 
     std::optional<Object_User> m_userLogin;
     QPointer<platform::Label> m_labelRedDot;
@@ -73,4 +114,7 @@ private:
     QPointer<QTimer> m_timer;
     int m_countdown = CountdownSeconds;
     int m_tickInterval = 1000;
+    StatusBarStyle m_statusBarStyle = StatusBarStyleDefault;
+    QStringList m_pushTags;
+    TagsSender m_tagsSender;
 };

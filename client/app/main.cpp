@@ -1,3 +1,4 @@
+#include "app/AppDelegate.h"
 #include "app/WindowSnapshot.h"
 
 #include <QGuiApplication>
@@ -12,6 +13,10 @@ int main(int argc, char *argv[])
     QGuiApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("tarvel"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarvel"));
+
+    AppDelegate *delegate = AppDelegate::shared();
+    delegate->followApplicationState(&app);
+    delegate->application_didFinishLaunchingWithOptions();
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/"));

@@ -1,37 +1,31 @@
 import QtQuick
 import QtQuick.Controls
-import Tarvel
 import QtQuick.Window
+import Tarvel
 
+// The app's phone-sized window: whatever the application delegate's window holds (the tab bar
+// after launch), the presented sheets, alerts, action sheets and the HUD, with the main tab strip
+// drawn under tab bar roots.
 ApplicationWindow {
-    id: window
+    id: appWindow
     width: 375
     height: 667
     minimumWidth: 320
     minimumHeight: 480
     visible: true
     title: "Tarvel"
-    color: Theme.background
+    color: "white"
     font.family: Theme.fontFamily
 
-    header: NavigationBar {
-        title: "Tarvel 游戏商城"
+    WindowView {
+        id: windowView
+        anchors.fill: parent
+        window: AppDelegate.window
+        tabBar: TabStrip {}
     }
 
-    Column {
-        anchors.centerIn: parent
-        spacing: 12
-        Label {
-            anchors.horizontalCenter: parent.horizontalCenter
-            text: "正版 PC 游戏，尽在 Tarvel"
-            color: Theme.textPrimary
-            font.pixelSize: 17
-        }
-        Label {
-            anchors.horizontalCenter: parent.horizontalCenter
-            text: "正在连接商城…"
-            color: Theme.textSecondary
-            font.pixelSize: 13
-        }
+    EndEditingTap {
+        anchors.fill: parent
+        content: windowView
     }
 }

@@ -1,0 +1,77 @@
+#include "screens/account/MessageLink.h"
+
+#include "platform/ui/NavigationController.h"
+#include "platform/ui/UrlOpener.h"
+#include "util/AppConfig.h"
+#include "util/NSStringTools.h"
+
+#include <QStringList>
+#include <QUrl>
+#include <QVariant>
+
+#if __has_include("screens/store/GoodsDetailViewController.h")
+#include "screens/store/GoodsDetailViewController.h"
+#define TARVEL_HAS_GAME_DETAIL 1
+#else
+#include "screens/account/ComingSoonViewController.h"
+#endif
+
+namespace {
+
+QUrl browserUrl(const QString &url)
+{
+    if (url.startsWith(QLatin1String("http")))
+        return QUrl(url);
+    return QUrl(ApiBaseUrl() + (url.startsWith(QLatin1Char('/')) ? url : QLatin1Char('/') + url));
+}
+
+#ifdef TARVEL_HAS_GAME_DETAIL
+platform::ViewController *makeGameDetail(const QString &gameId)
+{
+    auto *detail = new GoodsDetailViewController;
+    detail->setGameId(gameId);
+    return detail;
+}
+#else
+// Holds the game page's place in builds that do not have it yet.
+class GameDetailComingSoon : public ComingSoonViewController
+{
+protected:
+    QString screenTitle() const override { return QStringLiteral("游戏详情"); }
+    QString screenNote() const override { return QStringLiteral("游戏详情即将开放"); }
+};
+
+platform::ViewController *makeGameDetail(const QString &gameId)
+{
+    auto *detail = new GameDetailComingSoon;
+    detail->setProperty("gameId", QVariant(gameId));
+    return detail;
+}
+#endif
+
+} // namespace
+
+std::optional<QString> MessageLink::gameIdFromUrl(const QString &url)
+{
+    const QStringList pieces = url.split(QLatin1Char('/'));
+    if (pieces.size() < 2 || !NSStringTools::isInt(pieces.constLast()))
+        return std::nullopt;
+    if (pieces.at(pieces.size() - 2) != QLatin1String("products"))
+        return std::nullopt;
+    return pieces.constLast();
+}
+
+void MessageLink::follow(const QString &url, platform::NavigationController *navigation)
+{
+    if (const std::optional<QString> gameId = gameIdFromUrl(url)) {
+        openGameDetail(navigation, *gameId);
+        return;
+    }
+    platform::UrlOpener::shared().openURL(browserUrl(url));
+}
+
+void MessageLink::openGameDetail(platform::NavigationController *navigation, const QString &gameId)
+{
+    if (navigation)
+        navigation->pushViewController(makeGameDetail(gameId), true);
+}
