@@ -3,8 +3,8 @@
 #include "app/AppDelegate.h"
 #include "app/ICTabBarItem.h"
 #include "app/ICTabBarView.h"
-#include "app/SignInScreen.h"
 #include "platform/ui/NavigationController.h"
+#include "screens/account/NavRootViewController.h"
 
 #include <QPointer>
 
@@ -114,6 +114,8 @@ void ICTabBarController::selectIndex(ICTabBarItem *button)
 
 void ICTabBarController::selectViewControllerAtIndex(int index)
 {
+    if (index < 0 || index >= count())
+        return;
     setSelectedIndex(index);
     markSelectedButton(index);
 }
@@ -129,13 +131,14 @@ void ICTabBarController::presentSignInForTab(int tab)
 {
     const int viewFather = tab == CartTab ? 0 : 1;
     QPointer<ICTabBarController> self(this);
-    auto loginSuccess = [self](int father) {
+    auto loginSuccess = [self](qint64 father) {
         if (!self)
             return;
         self->selectViewControllerAtIndex(father == 0 ? CartTab : MyPageTab);
         tagPushWithSignedInPhone();
     };
-    presentViewController(SignInScreen::makeStack(viewFather, loginSuccess), true);
+    auto *signIn = new NavRootViewController(viewFather, loginSuccess);
+    presentViewController(new platform::NavigationController(signIn), true);
 }
 
 void ICTabBarController::tagPushWithSignedInPhone()

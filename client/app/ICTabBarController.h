@@ -38,7 +38,8 @@ public:
     // Hides or shows the strip with a 0.2-second slide; asking for the current state does
     // nothing.
     void hideTabBar(bool hide);
-    // Switches tab from code and marks the matching strip button selected.
+    // Switches tab from code and marks the matching strip button selected; indexes outside the
+    // tabs change nothing.
     void selectViewControllerAtIndex(int index);
     // A strip button was tapped.
     void selectIndex(ICTabBarItem *button);

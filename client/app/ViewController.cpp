@@ -6,7 +6,6 @@
 #include "app/LeftViewController.h"
 #include "app/MainViewController.h"
 #include "app/RightViewController.h"
-#include "app/SignInScreen.h"
 #include "app/SlidePanelController.h"
 #include "app/UserGuideViewController.h"
 #include "models/Object_User.h"
@@ -14,6 +13,7 @@
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/Window.h"
 #include "screens/account/MyMessageViewController.h"
+#include "screens/account/NavRootViewController.h"
 #include "screens/account/TabFourViewController.h"
 #include "screens/purchase/TabThreeViewController.h"
 #include "screens/store/TabOneViewController.h"
@@ -73,7 +73,8 @@ void ViewController::loginSystemByLocal()
 
 void ViewController::goForwardToNavRoot()
 {
-    appWindow()->setRootViewController(SignInScreen::makeStack(0, {}));
+    appWindow()->setRootViewController(
+            new platform::NavigationController(new NavRootViewController(0, {})));
 }
 
 void ViewController::goForwardToSliderPanel()
