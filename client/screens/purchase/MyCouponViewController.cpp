@@ -1,0 +1,5 @@
+#include "screens/purchase/MyCouponViewController.h"
+
+MyCouponViewController::MyCouponViewController(QObject *parent)
+    : ComingSoonViewController(parent)
+{ }

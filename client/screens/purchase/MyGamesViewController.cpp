@@ -1,0 +1,5 @@
+#include "screens/purchase/MyGamesViewController.h"
+
+MyGamesViewController::MyGamesViewController(QObject *parent)
+    : ComingSoonViewController(parent)
+{ }

@@ -1,0 +1,126 @@
+import QtQuick
+import Tarvel
+
+// The DLCs or bundles of a game: one 55-point row each with the name, the current price and, when
+// discounted, the struck list price and the discount badge. A row opens the item's page.
+Rectangle {
+    id: view
+    property BindingPackageViewContoller controller: null
+
+    color: "#f2f2f5"
+
+    ListView {
+        id: list
+        objectName: "bindingPackageList"
+        anchors.fill: parent
+        anchors.topMargin: 10
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        model: view.controller ? view.controller.tableMain : null
+
+        delegate: Rectangle {
+            id: row
+            required property int index
+            required property string name
+            required property string typeName
+            required property string nowPrice
+            required property string oldPrice
+            required property string off
+            required property bool discounted
+
+            objectName: "bindingPackageRow" + index
+            width: list.width
+            height: view.controller ? view.controller.rowHeight : 55
+            color: touch.pressed ? "#f4f4f6" : "white"
+
+            Column {
+                anchors.left: parent.left
+                anchors.leftMargin: 14
+                anchors.right: prices.left
+                anchors.rightMargin: 10
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 3
+                Text {
+                    width: parent.width
+                    text: row.name
+                    color: Theme.textPrimary
+                    font.pixelSize: 15
+                    elide: Text.ElideRight
+                }
+                Text {
+                    width: parent.width
+                    visible: text.length > 0
+                    text: row.typeName
+                    color: Theme.textSecondary
+                    font.pixelSize: 11
+                }
+            }
+            Column {
+                id: prices
+                anchors.right: arrow.left
+                anchors.rightMargin: 4
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 3
+
+                Row {
+                    anchors.right: parent.right
+                    spacing: 6
+                    Rectangle {
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: row.discounted && row.off.length > 0
+                        width: offLabel.implicitWidth + 2
+                        height: 17
+                        radius: 3
+                        color: Theme.accent
+                        Text {
+                            id: offLabel
+                            anchors.centerIn: parent
+                            text: row.off
+                            color: "white"
+                            font.pixelSize: 11
+                            font.weight: Font.DemiBold
+                        }
+                    }
+                    Text {
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: row.nowPrice
+                        color: Theme.price
+                        font.pixelSize: 16
+                        font.weight: Font.DemiBold
+                    }
+                }
+                Text {
+                    anchors.right: parent.right
+                    visible: row.discounted
+                    text: row.oldPrice
+                    color: Theme.textSecondary
+                    font.pixelSize: 12
+                    font.strikeout: true
+                }
+            }
+            Image {
+                id: arrow
+                anchors.right: parent.right
+                anchors.rightMargin: 8
+                anchors.verticalCenter: parent.verticalCenter
+                width: 18
+                height: 18
+                sourceSize: Qt.size(36, 36)
+                source: Assets.imageUrl("goodsDetail_arrow")
+            }
+            Rectangle {
+                anchors.left: parent.left
+                anchors.leftMargin: 14
+                anchors.right: parent.right
+                anchors.bottom: parent.bottom
+                height: 1
+                color: "#ececf0"
+            }
+            MouseArea {
+                id: touch
+                anchors.fill: parent
+                onClicked: view.controller.didSelectRowAtIndex(row.index)
+            }
+        }
+    }
+}

@@ -1,0 +1,343 @@
+#include "InProcessStore.h"
+#include "TestEnvironment.h"
+#include "tst_detailsupport.h"
+
+#include "app/WindowSnapshot.h"
+#include "platform/ui/BarButtonItem.h"
+#include "platform/ui/ImageNetworkFactory.h"
+#include "screens/store/BindingPackageViewContoller.h"
+#include "screens/store/LibraryViewController.h"
+
+#include <QDir>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQmlExtensionPlugin>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+
+Q_IMPORT_QML_PLUGIN(TarvelPlugin)
+
+using namespace detailtest;
+using platform::Hud;
+using tarvel::test::InProcessStore;
+
+namespace {
+
+QStringList s_qmlWarnings;
+QtMessageHandler s_previousHandler = nullptr;
+
+bool isQmlMessage(const QMessageLogContext &context, const QString &message)
+{
+    const QString file = QString::fromUtf8(context.file ? context.file : "");
+    const QString category = QString::fromUtf8(context.category ? context.category : "");
+    return file.endsWith(QLatin1String(".qml")) || message.contains(QLatin1String(".qml:"))
+           || category.startsWith(QLatin1String("qt.qml")) || category == QLatin1String("qml")
+           || category == QLatin1String("js");
+}
+
+void recordQmlWarnings(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (type != QtDebugMsg && type != QtInfoMsg && isQmlMessage(context, message))
+        s_qmlWarnings.append(message);
+    s_previousHandler(type, context, message);
+}
+
+// A visible item showing exactly `text`, through the visual tree.
+QQuickItem *findText(QQuickItem *root, const QString &text)
+{
+    if (!root->isVisible())
+        return nullptr;
+    if (root->metaObject()->indexOfProperty("font") >= 0
+        && root->property("text").toString() == text)
+        return root;
+    for (QQuickItem *child : root->childItems()) {
+        if (QQuickItem *found = findText(child, text))
+            return found;
+    }
+    return nullptr;
+}
+
+QQuickItem *findNamed(QQuickItem *root, const QString &name)
+{
+    if (root->objectName() == name && root->isVisible())
+        return root;
+    for (QQuickItem *child : root->childItems()) {
+        if (QQuickItem *found = findNamed(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
+QString artifact(const QString &name)
+{
+    return QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name);
+}
+
+} // namespace
+
+// The views of the game page, the related-items list, the library and the share sheet: they load
+// without a QML warning, show what their controllers hold, pass taps back, and are written out as
+// screenshots for review.
+class TestDetailViews : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<InProcessStore> m_store;
+    std::unique_ptr<StackHarness> m_harness;
+    std::unique_ptr<QQmlEngine> m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+
+    QQuickItem *root() const { return m_window->contentItem(); }
+
+    // Shows the harness's window in a phone-sized Qt Quick window.
+    bool showShell()
+    {
+        m_window = std::make_unique<QQuickWindow>();
+        m_window->resize(375, 667);
+        m_window->setColor(Qt::white);
+        QQmlComponent component(m_engine.get());
+        component.setData("import QtQuick\nimport Tarvel\nWindowView {}",
+                          QUrl(QStringLiteral("qrc:/tests/DetailHarness.qml")));
+        QObject *object = component.createWithInitialProperties(
+                {{QStringLiteral("window"), QVariant::fromValue(&m_harness->window)}});
+        auto *item = qobject_cast<QQuickItem *>(object);
+        if (!item) {
+            qWarning() << component.errors();
+            delete object;
+            return false;
+        }
+        item->setParentItem(m_window->contentItem());
+        item->setSize(QSizeF(375, 667));
+        QQmlEngine::setObjectOwnership(item, QQmlEngine::JavaScriptOwnership);
+        m_window->show();
+        return QTest::qWaitForWindowExposed(m_window.get());
+    }
+
+    bool waitForCover()
+    {
+        return QTest::qWaitFor(
+                [this] {
+                    QQuickItem *cover = findNamed(root(), QStringLiteral("goodsDetailCover"));
+                    return cover && cover->property("status").toInt() == 1; // Image.Ready
+                },
+                15000);
+    }
+
+    // Lets animations end and the window draw, then writes it out.
+    void snapshot(const QString &name)
+    {
+        QTest::qWait(450);
+        QVERIFY(WindowSnapshot::save(m_window.get(), artifact(name)));
+    }
+
+    void click(QQuickItem *item)
+    {
+        QVERIFY(item);
+        const QPointF centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centre.toPoint());
+    }
+
+    GoodsDetailViewController *openShown(const QString &gameId)
+    {
+        GoodsDetailViewController *detail = openDetail(*m_harness, gameId);
+        if (!showShell() || !waitUntilLoaded(detail) || !waitForCover())
+            return nullptr;
+        return detail;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        s_previousHandler = qInstallMessageHandler(recordQmlWarnings);
+        m_store = std::make_unique<InProcessStore>();
+        QVERIFY(m_store->isRunning());
+        qputenv("TARVEL_API_BASE_URL", m_store->baseUrl().toUtf8());
+        Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
+    }
+
+    void init()
+    {
+        s_qmlWarnings.clear();
+        signOut();
+        platform::UserDefaults::standard().setObject(QStringLiteral("2"),
+                                                     QStringLiteral("cartnum"));
+        Hud::shared().dismiss();
+        m_harness = std::make_unique<StackHarness>();
+        m_engine = std::make_unique<QQmlEngine>();
+        m_engine->addImportPath(QStringLiteral("qrc:/"));
+        platform::ImageNetworkFactory::install(m_engine.get());
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_harness.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        m_engine.reset();
+        QVERIFY2(s_qmlWarnings.isEmpty(), qPrintable(s_qmlWarnings.join(QLatin1Char('\n'))));
+    }
+
+    void discountedGame()
+    {
+        GoodsDetailViewController *detail = openShown(QStringLiteral("34"));
+        QVERIFY(detail);
+        GoodsDetailHeaderView *header = detail->tableHeaderView();
+        QVERIFY(!header->isDiscountHidden());
+        QTRY_VERIFY(findText(root(), header->labelNameCn()));
+        QVERIFY(findText(root(), header->labelNewPrice()));
+        QVERIFY(findText(root(), header->labelOldPrice()));
+        QVERIFY(findText(root(), header->labelDiscount()));
+        QVERIFY(findText(root(), QStringLiteral("商品详情")));
+        QVERIFY(findText(root(), QStringLiteral("加入购物车")));
+        QVERIFY(findText(root(), QStringLiteral("立即购买")));
+        QVERIFY(findText(root(), QStringLiteral("2"))); // the cart badge
+        QVERIFY(findText(root(), QStringLiteral("游戏信息")));
+        snapshot(QStringLiteral("detail_discounted.png"));
+
+        // The description at the end of the page, as plain text.
+        QQuickItem *table = findNamed(root(), QStringLiteral("goodsDetailTable"));
+        QVERIFY(table);
+        QMetaObject::invokeMethod(table, "positionViewAtEnd");
+        const QString description = detail->cellForRowAtIndexPath(3, 0).labelTitle();
+        QVERIFY(!description.isEmpty());
+        QTRY_VERIFY(findText(root(), description));
+        QVERIFY(findText(root(), QStringLiteral("游戏介绍")));
+        snapshot(QStringLiteral("detail_discounted_end.png"));
+    }
+
+    void preSaleAndBlockedGames_data()
+    {
+        QTest::addColumn<QString>("gameId");
+        QTest::addColumn<QString>("notice");
+        QTest::newRow("pre-sale") << QStringLiteral("6") << QString();
+        QTest::newRow("blocked") << QStringLiteral("42") << GoodsDetailCell::blockedNotice();
+    }
+
+    void preSaleAndBlockedGames()
+    {
+        QFETCH(QString, gameId);
+        QFETCH(QString, notice);
+        GoodsDetailViewController *detail = openShown(gameId);
+        QVERIFY(detail);
+        const QString shown
+                = notice.isEmpty() ? detail->cellForRowAtIndexPath(0, 1).labelTitle() : notice;
+        QVERIFY(shown.startsWith(notice.isEmpty() ? QStringLiteral("距离预购结束还有") : notice));
+        QTRY_VERIFY(findText(root(), shown));
+        if (notice.isEmpty())
+            QVERIFY(findText(root(), QStringLiteral(" 预售 ")));
+        snapshot(QStringLiteral("detail_%1.png").arg(notice.isEmpty() ? "presale" : "blocked"));
+    }
+
+    void dlcOfAGame()
+    {
+        GoodsDetailViewController *detail = openShown(QStringLiteral("101"));
+        QVERIFY(detail);
+        QVERIFY(findNamed(root(), QStringLiteral("lookButton")));
+        snapshot(QStringLiteral("detail_dlc.png"));
+
+        // Its base-game row opens the base game.
+        click(findNamed(root(), QStringLiteral("lookButton")));
+        QTRY_COMPARE(m_harness->depth(), 3);
+        auto *base = qobject_cast<GoodsDetailViewController *>(m_harness->top());
+        QVERIFY(base);
+        QCOMPARE(base->gameId(), QStringLiteral("1"));
+        QVERIFY(waitUntilLoaded(base));
+    }
+
+    void shareSheet()
+    {
+        GoodsDetailViewController *detail = openShown(QStringLiteral("34"));
+        QVERIFY(detail);
+        detail->rightBarItem()->tap();
+        QTRY_VERIFY(findText(root(), QStringLiteral("微信朋友圈")));
+        QVERIFY(findText(root(), QStringLiteral("微信好友")));
+        QVERIFY(findText(root(), QStringLiteral("新浪微博")));
+        snapshot(QStringLiteral("share_sheet.png"));
+
+        // The sheet sits on the bottom edge of the window.
+        QQuickItem *cancel = findNamed(root(), QStringLiteral("shareCancel"));
+        QVERIFY(cancel);
+        const QRectF cancelArea
+                = cancel->mapRectToScene(QRectF(0, 0, cancel->width(), cancel->height()));
+        QCOMPARE(qRound(cancelArea.bottom()), 667);
+        QCOMPARE(qRound(cancelArea.width()), 375);
+
+        click(findText(root(), QStringLiteral("取消")));
+        QTRY_VERIFY(!detail->shareView()->isShown());
+        QTRY_VERIFY(!findText(root(), QStringLiteral("微信好友")));
+    }
+
+    void shareTargetTapShares()
+    {
+        QList<ICShareRequest> shared;
+        ICShareView::setShareFunction(
+                [&shared](const ICShareRequest &request, ICShareView::ResultFn done) {
+                    shared.append(request);
+                    done({ICShareResult::Success, 0, QString()});
+                });
+        GoodsDetailViewController *detail = openShown(QStringLiteral("34"));
+        QVERIFY(detail);
+        detail->rightBarItem()->tap();
+        QTRY_VERIFY(findNamed(root(), QStringLiteral("shareTarget5001")));
+        QTest::qWait(400);
+        click(findNamed(root(), QStringLiteral("shareTarget5001")));
+        ICShareView::setShareFunction({});
+        QCOMPARE(shared.size(), 1);
+        QCOMPARE(shared.first().platformType, 23);
+        QCOMPARE(shared.first().content.title, detail->sourceModel()->title);
+        QVERIFY(!detail->shareView()->isShown());
+        QTRY_VERIFY(findText(root(), QStringLiteral("分享成功")));
+    }
+
+    void signedOutAddToCartAsksForSignIn()
+    {
+        GoodsDetailViewController *detail = openShown(QStringLiteral("34"));
+        QVERIFY(detail);
+        click(findNamed(root(), QStringLiteral("addToCartButton")));
+        QTRY_COMPARE(m_harness->window.presentedCount(), 1);
+        QCOMPARE(m_harness->top(), detail);
+        snapshot(QStringLiteral("detail_sign_in.png")); // also lets the sheet finish sliding
+    }
+
+    void dlcList()
+    {
+        GoodsDetailViewController *detail = openShown(QStringLiteral("1"));
+        QVERIFY(detail);
+        detail->clickButtonLook(2);
+        auto *list = qobject_cast<BindingPackageViewContoller *>(m_harness->top());
+        QVERIFY(list);
+        const QVariantMap first = list->tableMain()->get(0);
+        QTRY_VERIFY(findText(root(), first.value(QStringLiteral("name")).toString()));
+        QVERIFY(findText(root(), first.value(QStringLiteral("nowPrice")).toString()));
+        snapshot(QStringLiteral("dlc_list.png"));
+
+        click(findText(root(), first.value(QStringLiteral("name")).toString()));
+        QTRY_COMPARE(m_harness->depth(), 4);
+        auto *opened = qobject_cast<GoodsDetailViewController *>(m_harness->top());
+        QVERIFY(opened);
+        QCOMPARE(opened->gameId(), list->arraySource().first().id);
+        QVERIFY(waitUntilLoaded(opened));
+        // Back from the DLC returns past both pages and the list to where the first page opened.
+        opened->leftBarItem()->tap();
+        QTRY_COMPARE(m_harness->depth(), 1);
+    }
+
+    void library()
+    {
+        auto *library = new LibraryViewController;
+        m_harness->push(library);
+        QVERIFY(showShell());
+        QTRY_VERIFY(findText(root(), QStringLiteral("我的优惠券(6张)")));
+        QVERIFY(findText(root(), QStringLiteral("我的游戏(317款)")));
+        snapshot(QStringLiteral("library.png"));
+        click(findNamed(root(), QStringLiteral("libraryRow1")));
+        QTRY_COMPARE(m_harness->top()->title(), QStringLiteral("我的游戏"));
+        QTRY_VERIFY(findText(root(), QStringLiteral("已购游戏与激活码即将开放，敬请期待")));
+        snapshot(QStringLiteral("my_games_placeholder.png"));
+    }
+};
+
+TARVEL_TEST_MAIN(TestDetailViews)
+#include "tst_detailviews.moc"
