@@ -1,6 +1,6 @@
 // Start-up and scrolling of the app against tarvel-store on loopback. The benchmark starts the
 // store (its catalogue grown to 640 products), then launches itself ten times as the app (the
-// probe: the home tab in the app's window, offscreen, with a fresh app home each time) and
+// probe: started as main.cpp starts tarvel, offscreen, with a fresh app home each time) and
 // reports the medians of
 //  - the time from launching the process to the window's first frame,
 //  - the time until the home grid shows its first page with the covers on screen loaded,
@@ -12,7 +12,6 @@
 
 #include "app/AppDelegate.h"
 #include "app/ICTabBarController.h"
-#include "platform/ui/ImageNetworkFactory.h"
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/RefreshFooter.h"
 #include "platform/ui/Window.h"
@@ -21,6 +20,7 @@
 #include <QDateTime>
 #include <QFile>
 #include <QGuiApplication>
+#include <QPointer>
 #include <QProcess>
 #include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
@@ -98,7 +98,8 @@ QQuickItem *homeGrid(QQuickWindow *window)
     return found.value(0);
 }
 
-// The app as main.cpp starts it, with the home tab at the root of the window.
+// One launch of the app, started as main.cpp starts it, watched until the home grid has shown
+// its first page and been scrolled through.
 class Probe : public QObject
 {
 public:
@@ -106,25 +107,14 @@ public:
         : m_launchedAt(launchedAt)
     { }
 
-    bool start()
+    // As main.cpp: the delegate launches (the tab bar goes in), then the window's QML loads.
+    bool start(QGuiApplication *application)
     {
-        m_home = new TabOneViewController;
-        auto *tabs = new ICTabBarController;
-        tabs->setViewControllers({new platform::NavigationController(m_home)});
-        platform::Window *window = AppDelegate::shared()->window();
-        window->setRootViewController(tabs);
-        window->makeKeyAndVisible();
-
+        AppDelegate *delegate = AppDelegate::shared();
+        delegate->followApplicationState(application);
+        delegate->application_didFinishLaunchingWithOptions();
         m_engine.addImportPath(QStringLiteral("qrc:/"));
-        platform::ImageNetworkFactory::install(&m_engine);
-        m_engine.setInitialProperties({{"platformWindow", QVariant::fromValue(window)}});
-        m_engine.loadData("import QtQuick\nimport QtQuick.Controls\nimport Tarvel\n"
-                          "ApplicationWindow {\n"
-                          "    property PlatformWindow platformWindow: null\n"
-                          "    width: 375; height: 667; visible: true\n"
-                          "    font.family: Theme.fontFamily\n"
-                          "    WindowView { anchors.fill: parent; window: platformWindow }\n"
-                          "}\n");
+        m_engine.load(QUrl(QStringLiteral("qrc:/Tarvel/qml/Main.qml")));
         if (m_engine.rootObjects().isEmpty())
             return false;
         m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().constFirst());
@@ -142,7 +132,7 @@ public:
 private:
     void step()
     {
-        if (m_firstFrame < 0)
+        if (m_firstFrame < 0 || !findHome())
             return;
         if (m_firstPage < 0) {
             if (m_home->pageNum() >= 2 && coversOnScreenLoaded(m_window)) {
@@ -157,6 +147,20 @@ private:
         }
         if (coversOnScreenLoaded(m_window))
             finish(); // the pictures at the end of the scroll are there too
+    }
+
+    // The home tab's screen: the root of the tab bar's first navigation stack.
+    bool findHome()
+    {
+        if (m_home)
+            return true;
+        auto *tabs = qobject_cast<ICTabBarController *>(
+                AppDelegate::shared()->window()->rootViewController());
+        auto *stack
+                = tabs ? qobject_cast<platform::NavigationController *>(tabs->viewControllerAt(0))
+                       : nullptr;
+        m_home = stack ? qobject_cast<TabOneViewController *>(stack->viewControllerAt(0)) : nullptr;
+        return m_home != nullptr;
     }
 
     // Flings the grid down a screen per frame, as a user in a hurry would; reaching the end asks
@@ -193,7 +197,7 @@ private:
     qint64 m_launchedAt;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
-    TabOneViewController *m_home = nullptr;
+    QPointer<TabOneViewController> m_home;
     QTimer m_tick;
     qint64 m_firstFrame = -1;
     qint64 m_firstPage = -1;
@@ -208,7 +212,7 @@ int runProbe(int argc, char *argv[])
     QGuiApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("tarvel"));
     Probe probe(launchedAt);
-    if (!probe.start())
+    if (!probe.start(&app))
         return 1;
     return app.exec();
 }
