@@ -118,7 +118,7 @@ class TestHomeView : public QObject
         m_window = std::make_unique<QQuickWindow>();
         m_window->resize(375, 667);
         QQmlComponent component(m_engine.get());
-        component.setData("import QtQuick\nimport Tarvel\nWindowView {}",
+        component.setData("import QtQuick\nimport Tarvel\nWindowView { tabBar: TabStrip {} }",
                           QUrl(QStringLiteral("qrc:/tests/StoreHarness.qml")));
         QObject *object = component.createWithInitialProperties(
                 {{"window", QVariant::fromValue(m_platformWindow.get())}});

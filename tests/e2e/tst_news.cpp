@@ -122,6 +122,15 @@ private slots:
         QVERIFY(host.tabBar()->isHide());
         QCOMPARE(m_server->lastRequest().path, QStringLiteral("/news"));
 
+        // Share: the fixed title (written unlike the list's), content and the page's address.
+        QVERIFY(page->rightBarItem()->tap());
+        QVERIFY(page->shareView()->isShown());
+        QCOMPARE(page->shareView()->StrTitle(), QStringLiteral("咨询公告"));
+        QCOMPARE(page->shareView()->StrContent(), QStringLiteral("内容"));
+        QCOMPARE(page->shareView()->StrImageUrl(), QString(""));
+        QCOMPARE(page->shareView()->StrUrl(), m_server->baseUrl() + "/news");
+        page->shareView()->hideView();
+
         page->openInBrowser();
         QCOMPARE(platform::UrlOpener::shared().lastOpenedURL(),
                  QUrl(m_server->baseUrl() + "/news"));

@@ -63,4 +63,8 @@ Rectangle {
             onClicked: view.controller.openInBrowser()
         }
     }
+
+    ICShareSheet {
+        shareView: view.controller ? view.controller.shareView : null
+    }
 }

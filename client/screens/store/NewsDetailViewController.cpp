@@ -35,6 +35,7 @@ NewsDetailViewController::NewsDetailViewController(QObject *parent)
     : Q9FatherViewController(parent)
     , m_pageAddress(defaultPageAddress())
     , m_webView(new QNetworkAccessManager(this))
+    , m_shareView(new ICShareView(this))
 {
     setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/NewsDetailView.qml")));
     m_webView->setTransferTimeout(PageTimeoutMs);
@@ -72,7 +73,10 @@ void NewsDetailViewController::setNavLeftAction()
 
 void NewsDetailViewController::setNavRightAction()
 {
-    // TODO share panel
+    // "咨询公告" is written so on purpose, unlike the list's title.
+    m_shareView->setShareTitle(QStringLiteral("咨询公告"), QStringLiteral("内容"), QString(),
+                               m_pageAddress.toString());
+    m_shareView->showView();
 }
 
 void NewsDetailViewController::loadRequest()

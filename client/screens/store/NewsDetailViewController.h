@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Q9FatherViewController.h"
+#include "device/ICShareView.h"
 
 #include <QPointer>
 #include <QUrl>
@@ -20,6 +21,7 @@ class NewsDetailViewController : public Q9FatherViewController
     Q_PROPERTY(QUrl pageAddress READ pageAddress CONSTANT)
     Q_PROPERTY(LoadState loadState READ loadState NOTIFY loadStateChanged)
     Q_PROPERTY(QString pageTitle READ pageTitle NOTIFY loadStateChanged)
+    Q_PROPERTY(ICShareView *shareView READ shareView CONSTANT)
 public:
     enum LoadState { NotLoaded, Loading, Loaded, Failed };
     Q_ENUM(LoadState)
@@ -41,9 +43,8 @@ public:
     Q_INVOKABLE void loadRequest();
     Q_INVOKABLE void openInBrowser();
 
-    // What the share panel gets.
-    QString shareTitle() const { return QStringLiteral("咨询公告"); }
-    QString shareContent() const { return QStringLiteral("内容"); }
+    // The share panel; the share button fills and shows it.
+    ICShareView *shareView() const { return m_shareView; }
 
 signals:
     void loadStateChanged();
@@ -63,6 +64,7 @@ private:
 
     QUrl m_pageAddress;
     QNetworkAccessManager *m_webView;
+    ICShareView *m_shareView;
     QPointer<QNetworkReply> m_reply;
     LoadState m_loadState = NotLoaded;
     QString m_pageTitle;

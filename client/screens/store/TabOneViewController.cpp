@@ -12,6 +12,7 @@
 #include "platform/ui/RowModel.h"
 #include "platform/ui/TextField.h"
 #include "platform/ui/UrlOpener.h"
+#include "screens/store/GoodsDetailViewController.h"
 #include "screens/store/ICPageControl.h"
 #include "screens/store/SearchDetailViewController.h"
 #include "service/NetWorkHelper.h"
@@ -304,9 +305,7 @@ void TabOneViewController::pushGoodsDetail(platform::ViewController *from, const
     platform::NavigationController *navigation = from ? from->navigationController() : nullptr;
     if (!navigation)
         return;
-    auto *detail = new Q9FatherViewController;
-    detail->setObjectName(QStringLiteral("GoodsDetailViewController"));
-    detail->setProperty("gameId", gameId);
-    detail->setTitle(QStringLiteral("商品详情"));
+    auto *detail = new GoodsDetailViewController;
+    detail->setGameId(gameId);
     navigation->pushViewController(detail, true);
 }
