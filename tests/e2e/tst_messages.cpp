@@ -7,10 +7,14 @@
 #include "platform/ui/RowModel.h"
 #include "platform/ui/UrlOpener.h"
 #include "platform/ui/Window.h"
-#include "screens/account/MessageLink.h"
 #include "screens/account/MyMessageDetailViewController.h"
 #include "screens/account/MyMessageViewController.h"
 #include "service/ICDataHelper.h"
+
+#if __has_include("screens/store/GoodsDetailViewController.h")
+#include "screens/store/GoodsDetailViewController.h"
+#define TARVEL_HAS_GAME_DETAIL 1
+#endif
 
 #include <QFile>
 #include <QPointer>
@@ -67,7 +71,6 @@ class TestMessages : public QObject
 
 private:
     std::unique_ptr<platform::Window> m_window;
-    QList<std::pair<NavigationController *, QString>> m_gameDetails;
 
     // The messages tab as the tab bar holds it, shown in a window, with its hooks run.
     MyMessageViewController *showList(ICTabBarController **tabsOut = nullptr)
@@ -84,6 +87,19 @@ private:
         return list;
     }
 
+    // The game the screen on top of `stack` shows, when it is a game page pushed over its root.
+    static QString gameOnTop(NavigationController *stack)
+    {
+        if (stack->depth() < 2)
+            return {};
+        platform::ViewController *top = stack->topViewController();
+#ifdef TARVEL_HAS_GAME_DETAIL
+        if (!qobject_cast<GoodsDetailViewController *>(top))
+            return {};
+#endif
+        return top->property("gameId").toString();
+    }
+
     static QStringList titles(const MyMessageViewController *list)
     {
         QStringList result;
@@ -98,17 +114,12 @@ private slots:
         tarvel::test::QmlWarnings::install();
         qputenv("TARVEL_API_BASE_URL", StoreBase.toUtf8());
         UrlOpener::shared().setHandler([](const QUrl &) { return true; });
-        MessageLink::setGameDetailOpener(
-                [this](NavigationController *navigation, const QString &gameId) {
-                    m_gameDetails.append({navigation, gameId});
-                });
     }
 
     void init()
     {
         QFile::remove(messagesPath());
         UrlOpener::shared().clearHistory();
-        m_gameDetails.clear();
         tarvel::test::QmlWarnings::list().clear();
     }
 
@@ -233,25 +244,23 @@ private slots:
                 {message(QStringLiteral("活动"), QStringLiteral("2024-07-01 10:00"),
                          QStringLiteral("点击查看"), url)}));
         MyMessageViewController *list = showList();
+        NavigationController *stack = list->navigationController();
         list->didSelectRowAtIndex(0);
+        QCOMPARE(gameOnTop(stack), gameId);
         if (gameId.isEmpty()) {
-            QVERIFY(m_gameDetails.isEmpty());
+            QCOMPARE(stack->depth(), 1); // no screen of the app for an address
             QCOMPARE(UrlOpener::shared().openedURLs(), QList<QUrl>{QUrl(browserUrl)});
         } else {
-            QCOMPARE(m_gameDetails.size(), 1);
-            QCOMPARE(m_gameDetails.constFirst().first, list->navigationController());
-            QCOMPARE(m_gameDetails.constFirst().second, gameId);
+            QCOMPARE(stack->depth(), 2);
             QVERIFY(UrlOpener::shared().openedURLs().isEmpty());
         }
-        QCOMPARE(list->navigationController()->depth(), 1); // no detail screen for a link
 
         // The detail screen of the same message follows the same rule.
-        auto *detail = new MyMessageDetailViewController(list->arraySource().constFirst().toMap());
-        const std::unique_ptr<NavigationController> stack(new NavigationController(detail));
-        m_gameDetails.clear();
         UrlOpener::shared().clearHistory();
+        auto *detail = new MyMessageDetailViewController(list->arraySource().constFirst().toMap());
+        const std::unique_ptr<NavigationController> detailStack(new NavigationController(detail));
         detail->clickButtonBg();
-        QCOMPARE(m_gameDetails.size(), gameId.isEmpty() ? 0 : 1);
+        QCOMPARE(gameOnTop(detailStack.get()), gameId);
         QCOMPARE(UrlOpener::shared().openedURLs().size(), gameId.isEmpty() ? 1 : 0);
     }
 
@@ -278,7 +287,6 @@ private slots:
 
         detail->clickButtonBg(); // nothing to follow
         QVERIFY(UrlOpener::shared().openedURLs().isEmpty());
-        QVERIFY(m_gameDetails.isEmpty());
         QCOMPARE(stack->depth(), 2);
 
         QVERIFY(detail->leftBarItem()->tap());
@@ -341,8 +349,7 @@ private slots:
         QVERIFY(QMetaObject::invokeMethod(list, "refreshData"));
         QTRY_VERIFY(phone.findText(QStringLiteral("周末限时折扣")));
         phone.click(phone.findText(QStringLiteral("周末限时折扣")));
-        QTRY_COMPARE(m_gameDetails.size(), 1);
-        QCOMPARE(m_gameDetails.constFirst().second, QStringLiteral("7"));
+        QTRY_COMPARE(gameOnTop(stack), QStringLiteral("7"));
         QVERIFY2(tarvel::test::QmlWarnings::list().isEmpty(),
                  qPrintable(tarvel::test::QmlWarnings::list().join('\n')));
     }

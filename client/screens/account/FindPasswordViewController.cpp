@@ -12,7 +12,6 @@ QString FindPasswordViewController::screenTitle() const
 
 QString FindPasswordViewController::screenNote() const
 {
-    return m_viewType == FindPassword
-                   ? QStringLiteral("通过手机或邮箱找回密码的功能即将开放，敬请期待")
-                   : QStringLiteral("账号已被锁定，通过手机或邮箱解锁的功能即将开放，敬请期待");
+    return m_viewType == FindPassword ? QStringLiteral("手机和邮箱找回密码即将开放")
+                                      : QStringLiteral("账号已锁定，手机和邮箱解锁即将开放");
 }

@@ -7,14 +7,16 @@
 
 #include <QStringList>
 #include <QUrl>
+#include <QVariant>
+
+#if __has_include("screens/store/GoodsDetailViewController.h")
+#include "screens/store/GoodsDetailViewController.h"
+#define TARVEL_HAS_GAME_DETAIL 1
+#else
+#include "screens/account/ComingSoonViewController.h"
+#endif
 
 namespace {
-
-MessageLink::GameDetailOpener &customOpener()
-{
-    static MessageLink::GameDetailOpener opener;
-    return opener;
-}
 
 QUrl browserUrl(const QString &url)
 {
@@ -22,6 +24,30 @@ QUrl browserUrl(const QString &url)
         return QUrl(url);
     return QUrl(ApiBaseUrl() + (url.startsWith(QLatin1Char('/')) ? url : QLatin1Char('/') + url));
 }
+
+#ifdef TARVEL_HAS_GAME_DETAIL
+platform::ViewController *makeGameDetail(const QString &gameId)
+{
+    auto *detail = new GoodsDetailViewController;
+    detail->setGameId(gameId);
+    return detail;
+}
+#else
+// Holds the game page's place in builds that do not have it yet.
+class GameDetailComingSoon : public ComingSoonViewController
+{
+protected:
+    QString screenTitle() const override { return QStringLiteral("游戏详情"); }
+    QString screenNote() const override { return QStringLiteral("游戏详情即将开放"); }
+};
+
+platform::ViewController *makeGameDetail(const QString &gameId)
+{
+    auto *detail = new GameDetailComingSoon;
+    detail->setProperty("gameId", QVariant(gameId));
+    return detail;
+}
+#endif
 
 } // namespace
 
@@ -44,19 +70,8 @@ void MessageLink::follow(const QString &url, platform::NavigationController *nav
     platform::UrlOpener::shared().openURL(browserUrl(url));
 }
 
-void MessageLink::setGameDetailOpener(GameDetailOpener opener)
-{
-    customOpener() = std::move(opener);
-}
-
 void MessageLink::openGameDetail(platform::NavigationController *navigation, const QString &gameId)
 {
-    if (customOpener()) {
-        customOpener()(navigation, gameId);
-        return;
-    }
-    if (!navigation)
-        return;
-    // GAME_DETAIL_PENDING
-    Q_UNUSED(gameId)
+    if (navigation)
+        navigation->pushViewController(makeGameDetail(gameId), true);
 }

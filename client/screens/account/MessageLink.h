@@ -2,7 +2,6 @@
 
 #include <QString>
 
-#include <functional>
 #include <optional>
 
 namespace platform {
@@ -24,10 +23,6 @@ public:
     // path such as "/news/3" is taken as the store's page).
     static void follow(const QString &url, platform::NavigationController *navigation);
 
-    // Puts the game detail screen for `gameId` on top of `navigation`.
-    using GameDetailOpener = std::function<void(platform::NavigationController *navigation,
-                                                const QString &gameId)>;
+    // Pushes the game detail screen for `gameId` onto `navigation`, animated.
     static void openGameDetail(platform::NavigationController *navigation, const QString &gameId);
-    // Tests may watch the route; an empty opener restores the app's own.
-    static void setGameDetailOpener(GameDetailOpener opener);
 };

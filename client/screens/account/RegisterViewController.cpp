@@ -11,5 +11,5 @@ QString RegisterViewController::screenTitle() const
 
 QString RegisterViewController::screenNote() const
 {
-    return QStringLiteral("手机号和邮箱注册即将开放，敬请期待");
+    return QStringLiteral("手机号和邮箱注册即将开放");
 }
