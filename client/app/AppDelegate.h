@@ -1,5 +1,7 @@
 #pragma once
 
+#include "models/Object_WeChatInfo.h"
+#include "platform/kits/Kits.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/Label.h"
 #include "platform/ui/ViewController.h"
@@ -117,4 +119,94 @@ private:
     StatusBarStyle m_statusBarStyle = StatusBarStyleDefault;
     QStringList m_pushTags;
     TagsSender m_tagsSender;
+
+    // ---- Payment result, push messages and URL callbacks (AppDelegateKits.cpp,
+    // AppDelegatePayment.cpp, AppDelegatePush.cpp) ----
+public:
+    // Told whether a WeChat payment may have gone through (then the order is asked of the
+    // service) or surely failed.
+    using WeChatBlock = std::function<void(bool mayHaveSucceeded)>;
+    using FetchCompletionHandler = platform::ApplicationDelegate::FetchCompletionHandler;
+    // The launch option holding the remote notification that launched the app.
+    static inline const QString LaunchOptionsRemoteNotificationKey
+            = QStringLiteral("UIApplicationLaunchOptionsRemoteNotificationKey");
+
+    // The WeChat payment round trip: the order screen sets the user's WeChat id and the result
+    // callback, then sends the payment; isWeChatPay holds from the request until an answer or
+    // the app's return to the front.
+    QString openID() const { return m_openID; }
+    void setOpenID(const QString &openID) { m_openID = openID; }
+    WeChatBlock weChatBlock() const { return m_weChatBlock; }
+    void setWeChatBlock(WeChatBlock block) { m_weChatBlock = std::move(block); }
+    bool isWeChatPay() const { return m_isWeChatPay; }
+    // Nothing (std::nullopt) only logs "服务器返回错误".
+    void sendPay(const std::optional<Object_WeChatInfo> &parameters);
+    // WeChat's answer, for payments and shares.
+    void onResp(const BaseResp &resp);
+
+    // Addresses the app is opened with: a share platform's answer, or WeChat's while a payment
+    // is pending.
+    bool handleOpenURL(const QUrl &url);
+    bool openURL(const QUrl &url, const QString &sourceApplication, const QVariant &annotation);
+
+    // Push credentials and state.
+    QString appID() const { return m_appID; }
+    QString appKey() const { return m_appKey; }
+    QString appSecret() const { return m_appSecret; }
+    QString deviceToken() const { return m_deviceToken; }
+    QString clientId() const { return m_clientId; }
+    QString payloadId() const { return m_payloadId; }
+    int sdkStatus() const { return m_sdkStatus; }
+    int lastPayloadIndex() const { return m_lastPayloadIndex; }
+
+    // The system's push hooks.
+    void registerRemoteNotification();
+    void didRegisterForRemoteNotificationsWithDeviceToken(const QByteArray &deviceToken);
+    void didReceiveRemoteNotification(const QVariantMap &userInfo);
+    void didReceiveRemoteNotification(const QVariantMap &userInfo,
+                                      const FetchCompletionHandler &completionHandler);
+    void performFetchWithCompletionHandler(const FetchCompletionHandler &completionHandler);
+
+    // Thin wrappers over the push service.
+    void startSdkWith(const QString &appID, const QString &appKey, const QString &appSecret);
+    void stopSdk();
+    void setDeviceToken(const QString &token);
+    QString sendMessage(const QByteArray &body, QString *error);
+
+    // The push service's callbacks.
+    void GeTuiSdkDidRegisterClient(const QString &clientId);
+    void GeTuiSdkDidReceivePayload(const QString &payloadId, const QString &taskId,
+                                   const QString &msgId, const QString &appId);
+    void GeTuiSdkDidSendMessage(const QString &messageId, int result);
+    void GeTuiSDkDidNotifySdkState(SdkStatus status);
+
+    // Logs an uncaught exception and its call stack. Nothing installs it, by design.
+    static void UncaughtExceptionHandler(const QString &exception,
+                                         const QStringList &callStackSymbols);
+
+private:
+    class KitsBridge;
+    // Wires the kits to this delegate on first use.
+    KitsBridge *kitsBridge();
+    // What the WeChat and push kits report to (through the bridge).
+    WXApiDelegate *weChatDelegate();
+    GeTuiSdkDelegate *pushDelegate();
+    void callWeChatBlock(bool mayHaveSucceeded);
+    // The steps every push entry point shares, from the payload on.
+    void receivePushPayload(const std::optional<QByteArray> &payload);
+    void refreshTopScreen();
+
+    KitsBridge *m_kitsBridge = nullptr;
+    QString m_openID;
+    WeChatBlock m_weChatBlock;
+    bool m_isWeChatPay = false;
+    QString m_appID;
+    QString m_appKey;
+    QString m_appSecret;
+    QString m_deviceToken;
+    QString m_clientId;
+    QString m_payloadId;
+    int m_sdkStatus = SdkStatusStoped;
+    int m_lastPayloadIndex = 0;
+    // ---- end of payment, push and URL callbacks ----
 };

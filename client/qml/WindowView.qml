@@ -2,7 +2,7 @@ import QtQuick
 import Tarvel
 
 // Everything a window shows: its root controller, the presented sheets over it, then alerts,
-// action sheets and the HUD on top.
+// action sheets and the HUD, and on top the kits' sheets that stand for other apps.
 Item {
     id: windowView
     property PlatformWindow window: null
@@ -25,6 +25,13 @@ Item {
         anchors.fill: parent
     }
     HudOverlay {
+        anchors.fill: parent
+    }
+    // Other apps (WeChat) in front of this one.
+    WeChatPaySheet {
+        anchors.fill: parent
+    }
+    ShareQrSheet {
         anchors.fill: parent
     }
 }

@@ -1,4 +1,5 @@
 #include "StoreContext.h"
+#include "core/Money.h"
 #include "handlers/Handlers.h"
 #include "http/ApiError.h"
 #include "http/Exchange.h"
@@ -24,6 +25,20 @@ void captchaAnswer(Exchange &exchange)
     if (!session || session->captcha.isEmpty())
         throw ApiError::error(404, QStringLiteral("当前会话没有验证码，请先获取验证码图片"));
     exchange.success(QJsonObject{{QStringLiteral("captcha"), session->captcha}});
+}
+
+// GET /sandbox/wechat/prepay?prepayid=: what the payer is asked to pay, before answering.
+void prepayInfo(Exchange &exchange)
+{
+    const QString prepayId = exchange.field("prepayid").trimmed();
+    const auto prepay = exchange.store().database().read(
+            [&](SQLite::Database &db) { return Payments::find(db, prepayId); });
+    if (!prepay)
+        throw ApiError::error(404, QStringLiteral("RecordNotFound: 预支付交易不存在"));
+    exchange.success(QJsonObject{{QStringLiteral("prepayid"), prepay->prepayId},
+                                 {QStringLiteral("order_id"), prepay->orderId},
+                                 {QStringLiteral("amount"), Money::text(prepay->amount)},
+                                 {QStringLiteral("state"), prepay->state}});
 }
 
 // POST /sandbox/wechat/confirm: the payer confirms ("success") or abandons ("cancel") a prepay.
@@ -59,5 +74,6 @@ void SandboxHandlers::installOutbox(Router &router)
 
 void SandboxHandlers::installWeChat(Router &router)
 {
+    router.add("GET", "/sandbox/wechat/prepay", prepayInfo);
     router.add("POST", "/sandbox/wechat/confirm", confirmPayment);
 }

@@ -59,6 +59,16 @@ QJsonObject prepay(SQLite::Database &db, const Order &order, const QString &open
     return params;
 }
 
+std::optional<PrepayInfo> find(SQLite::Database &db, const QString &prepayId)
+{
+    SQLite::Statement query(db, "SELECT order_id, amount, state FROM prepays WHERE prepay_id = ?");
+    Sql::bind(query, 1, prepayId);
+    if (!query.executeStep())
+        return std::nullopt;
+    return PrepayInfo{prepayId, query.getColumn(0).getInt64(), query.getColumn(1).getInt64(),
+                      Sql::text(query.getColumn(2))};
+}
+
 Settlement settle(SQLite::Database &db, const Catalog &catalog, const QString &prepayId,
                   bool success, qint64 now)
 {

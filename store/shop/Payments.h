@@ -3,6 +3,8 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <optional>
+
 class Catalog;
 struct Order;
 
@@ -21,6 +23,16 @@ inline const QString kPartnerId = QStringLiteral("1900000109");
 
 // Records a prepay for the order and answers the "params_info" of the payment request.
 QJsonObject prepay(SQLite::Database &db, const Order &order, const QString &openId, qint64 now);
+
+// A prepay as the payer sees it before answering: its order and the amount due.
+struct PrepayInfo
+{
+    QString prepayId;
+    qint64 orderId = 0;
+    qint64 amount = 0; // fen
+    QString state; // "pending", "success" or "cancel"
+};
+std::optional<PrepayInfo> find(SQLite::Database &db, const QString &prepayId);
 
 struct Settlement
 {

@@ -107,6 +107,8 @@ QList<std::pair<QString, QByteArray>> componentSamples()
             {"BoundTextView", "BoundTextView { state: TextViewState {} }"},
             {"BoundSwitch", "BoundSwitch { state: SwitchState { on: true } }"},
             {"Theme", "Rectangle { color: Theme.navigationBar }"},
+            {"WeChatPaySheet", "WeChatPaySheet {}"},
+            {"ShareQrSheet", "ShareQrSheet {}"},
     };
 }
 

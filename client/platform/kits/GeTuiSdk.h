@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/kits/GeTuiSdkDelegate.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+// The push kit. Started with the app's three credentials it registers this device with the push
+// service, which gives it a client id, and then delivers the messages sent to it: the delegate
+// hears of each by its payload id and reads the payload with retrivePayloadById.
+//
+// On the desktop the service is tarvel-store's push channel: the kit polls it every few seconds
+// while it runs and the app is in front; entering the background pauses it, resume goes on.
+class GeTuiSdk
+{
+public:
+    GeTuiSdk() = delete;
+
+    static constexpr int DefaultPollIntervalMs = 3000;
+
+    // False (with `error` set) when a credential is missing. Starting again while running only
+    // takes the new delegate and goes on from the background.
+    static bool startSdkWithAppId(const QString &appId, const QString &appKey,
+                                  const QString &appSecret, GeTuiSdkDelegate *delegate,
+                                  QString *error = nullptr);
+    static void stopSdk();
+    // Stops without telling anyone and forgets the delegate (which is going away).
+    static void destroy();
+    static GeTuiSdkDelegate *delegate();
+    static SdkStatus status();
+    // Empty until the service registered this device.
+    static QString clientId();
+
+    // The system's push token, linked with this client.
+    static void registerDeviceToken(const QString &deviceToken);
+    static QString deviceToken();
+
+    // The payload of a delivered message; null when the id is unknown.
+    static QByteArray retrivePayloadById(const QString &payloadId);
+
+    // With push mode off the service delivers nothing; messages sent meanwhile are dropped.
+    static void setPushModeForOff(bool isOff);
+    static bool isPushModeOff();
+
+    static void enterBackground();
+    static void resume();
+    static bool isInBackground();
+
+    // Tags the service may address this device by; false unless started.
+    static bool setTags(const QStringList &tags);
+    static QStringList tags();
+
+    // An upstream message to the service; the delegate hears of its outcome. Null (with
+    // `error`) unless started.
+    static QString sendMessage(const QByteArray &body, QString *error = nullptr);
+
+    static void runBackgroundEnable(bool isEnable);
+    static bool isRunBackgroundEnabled();
+    static void lbsLocationEnable(bool isEnable, bool isVerify);
+    static bool isLbsLocationEnabled();
+
+    // How often the desktop channel asks for new messages (tests shorten it).
+    static void setPollInterval(int ms);
+};
