@@ -231,18 +231,6 @@ private slots:
         QCOMPARE(home->pageControl()->currentPage(), 2);
     }
 
-    void tappingAGameOpensItsDetail()
-    {
-        auto *home = new TabOneViewController;
-        ScreenHost host(home);
-        QVERIFY(waitForFirstPage(home));
-        home->clickCellAtIndex(3);
-        QVERIFY(isGoodsDetail(host.top()));
-        QCOMPARE(gameIdOf(host.top()), home->arraySource().at(3).id);
-        home->clickCellAtIndex(home->collectionMenu()->count()); // past the end: nothing
-        QCOMPARE(host.depth(), 2);
-    }
-
     void searchFieldOpensSearch_data()
     {
         QTest::addColumn<QString>("text");

@@ -152,15 +152,6 @@ private slots:
         empty.gotoProductDetialBtnClicked(); // no block: nothing happens
     }
 
-    void gridGeometry()
-    {
-        // Two columns with equal gaps fill the phone's width; covers keep 16:9.
-        const qreal item = HomePageViewCell::itemWidthForScreenWidth(375);
-        QCOMPARE(2 * item + 3 * HomePageViewCell::GridSpacing, 375.0);
-        QCOMPARE(HomePageViewCell::coverHeightForItemWidth(160), 90.0);
-        QCOMPARE(HomePageViewCell::itemWidthForScreenWidth(10), 0.0);
-    }
-
     void pageControlDots_data()
     {
         QTest::addColumn<int>("pages");

@@ -12,6 +12,9 @@
 #include "platform/ui/Window.h"
 
 #include <QCoreApplication>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QStringList>
 #include <QTest>
 
 namespace tarvel::test {
@@ -81,6 +84,92 @@ inline void resetSharedState()
     platform::UrlOpener::shared().setHandler([](const QUrl &) { return true; });
     platform::UrlOpener::shared().clearHistory();
     platform::UserDefaults::standard().removeObjectForKey(QStringLiteral("cartnum"));
+}
+
+// Every warning QML or its JavaScript prints from install() on; other libraries' chatter is not
+// collected.
+class QmlWarnings
+{
+public:
+    static void install()
+    {
+        if (!previous())
+            previous() = qInstallMessageHandler(record);
+    }
+    static QStringList &messages()
+    {
+        static QStringList collected;
+        return collected;
+    }
+
+private:
+    static QtMessageHandler &previous()
+    {
+        static QtMessageHandler handler = nullptr;
+        return handler;
+    }
+    static void record(QtMsgType type, const QMessageLogContext &context, const QString &message)
+    {
+        const QString file = QString::fromUtf8(context.file ? context.file : "");
+        const QString category = QString::fromUtf8(context.category ? context.category : "");
+        const bool fromQml = file.endsWith(QLatin1String(".qml"))
+                             || message.contains(QLatin1String(".qml:"))
+                             || category.startsWith(QLatin1String("qt.qml"))
+                             || category == QLatin1String("qml") || category == QLatin1String("js");
+        if (type != QtDebugMsg && type != QtInfoMsg && fromQml)
+            messages().append(message);
+        previous()(type, context, message);
+    }
+};
+
+// The visible items named `name` under `root`, searched through the visual tree (views and
+// loaders do not make their items QObject children).
+inline void collectVisible(QQuickItem *root, const QString &name, QList<QQuickItem *> *found)
+{
+    if (!root->isVisible())
+        return;
+    if (root->objectName() == name)
+        found->append(root);
+    for (QQuickItem *child : root->childItems())
+        collectVisible(child, name, found);
+}
+
+inline QList<QQuickItem *> visibleItems(QQuickItem *root, const QString &name)
+{
+    QList<QQuickItem *> found;
+    collectVisible(root, name, &found);
+    return found;
+}
+
+// A visible text item showing exactly `text`.
+inline QQuickItem *findText(QQuickItem *root, const QString &text)
+{
+    if (!root->isVisible())
+        return nullptr;
+    if (root->metaObject()->indexOfProperty("font") >= 0
+        && root->property("text").toString() == text)
+        return root;
+    for (QQuickItem *child : root->childItems()) {
+        if (QQuickItem *found = findText(child, text))
+            return found;
+    }
+    return nullptr;
+}
+
+// Whether every grid cell inside the window shows its loaded cover (and there is one at least).
+inline bool coversOnScreenLoaded(QQuickWindow *window)
+{
+    int onScreen = 0;
+    for (QQuickItem *cell :
+         visibleItems(window->contentItem(), QStringLiteral("homePageViewCell"))) {
+        const QRectF box = cell->mapRectToScene(QRectF(0, 0, cell->width(), cell->height()));
+        if (!box.intersects(QRectF(0, 0, window->width(), window->height())))
+            continue;
+        if (!cell->property("coverReady").toBool())
+            return false;
+        ++onScreen;
+    }
+    return onScreen > 0;
 }
 
 } // namespace tarvel::test

@@ -24,53 +24,6 @@ using namespace tarvel::test;
 
 namespace {
 
-QStringList s_qmlWarnings;
-QtMessageHandler s_previousHandler = nullptr;
-
-void recordQmlWarnings(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    const QString file = QString::fromUtf8(context.file ? context.file : "");
-    const QString category = QString::fromUtf8(context.category ? context.category : "");
-    const bool fromQml = file.endsWith(QLatin1String(".qml"))
-                         || message.contains(QLatin1String(".qml:"))
-                         || category.startsWith(QLatin1String("qt.qml"))
-                         || category == QLatin1String("qml") || category == QLatin1String("js");
-    if (type != QtDebugMsg && type != QtInfoMsg && fromQml)
-        s_qmlWarnings.append(message);
-    s_previousHandler(type, context, message);
-}
-
-void collect(QQuickItem *item, const QString &name, QList<QQuickItem *> *found)
-{
-    if (!item->isVisible())
-        return;
-    if (item->objectName() == name)
-        found->append(item);
-    for (QQuickItem *child : item->childItems())
-        collect(child, name, found);
-}
-
-QList<QQuickItem *> visibleItems(QQuickWindow *window, const QString &name)
-{
-    QList<QQuickItem *> found;
-    collect(window->contentItem(), name, &found);
-    return found;
-}
-
-bool coversOnScreenLoaded(QQuickWindow *window)
-{
-    int onScreen = 0;
-    for (QQuickItem *cell : visibleItems(window, QStringLiteral("homePageViewCell"))) {
-        const QRectF box = cell->mapRectToScene(QRectF(0, 0, cell->width(), cell->height()));
-        if (!box.intersects(QRectF(0, 0, window->width(), window->height())))
-            continue;
-        if (!cell->property("coverReady").toBool())
-            return false;
-        ++onScreen;
-    }
-    return onScreen > 0;
-}
-
 // Whether the store lists DLCs for the game.
 bool hasDlcs(const QString &gameId)
 {
@@ -107,7 +60,7 @@ class TestHomeJourney : public QObject
 private slots:
     void initTestCase()
     {
-        s_previousHandler = qInstallMessageHandler(recordQmlWarnings);
+        QmlWarnings::install();
         StoreOptions options;
         options.requestLog = nullptr;
         options.outboxLog = nullptr;
@@ -159,13 +112,14 @@ private slots:
         const QString gameId = home->arraySource().at(index).id;
 
         // Tap its cover on screen.
-        QQuickItem *grid = visibleItems(window, QStringLiteral("homeGrid")).value(0);
+        QQuickItem *grid = visibleItems(window->contentItem(), QStringLiteral("homeGrid")).value(0);
         QVERIFY(grid);
         QMetaObject::invokeMethod(grid, "positionViewAtIndex", Q_ARG(int, index), Q_ARG(int, 2));
         QQuickItem *cover = nullptr;
         QVERIFY(QTest::qWaitFor(
                 [&] {
-                    for (QQuickItem *cell : visibleItems(window, "homePageViewCell")) {
+                    for (QQuickItem *cell :
+                         visibleItems(window->contentItem(), QStringLiteral("homePageViewCell"))) {
                         if (cell->parentItem()->property("index").toInt() == index)
                             cover = cell;
                     }
@@ -205,7 +159,8 @@ private slots:
 
         AppDelegate::shared()->window()->setRootViewController(nullptr);
         settle();
-        QVERIFY2(s_qmlWarnings.isEmpty(), qPrintable(s_qmlWarnings.join(QLatin1Char('\n'))));
+        QVERIFY2(QmlWarnings::messages().isEmpty(),
+                 qPrintable(QmlWarnings::messages().join(QLatin1Char('\n'))));
     }
 };
 

@@ -26,71 +26,6 @@ Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 
 using namespace tarvel::test;
 
-namespace {
-
-QStringList s_qmlWarnings;
-QtMessageHandler s_previousHandler = nullptr;
-
-void recordQmlWarnings(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    const QString file = QString::fromUtf8(context.file ? context.file : "");
-    const QString category = QString::fromUtf8(context.category ? context.category : "");
-    const bool fromQml = file.endsWith(QLatin1String(".qml"))
-                         || message.contains(QLatin1String(".qml:"))
-                         || category.startsWith(QLatin1String("qt.qml"))
-                         || category == QLatin1String("qml") || category == QLatin1String("js");
-    if (type != QtDebugMsg && type != QtInfoMsg && fromQml)
-        s_qmlWarnings.append(message);
-    s_previousHandler(type, context, message);
-}
-
-void collect(QQuickItem *item, const QString &name, QList<QQuickItem *> *found)
-{
-    if (!item->isVisible())
-        return;
-    if (item->objectName() == name)
-        found->append(item);
-    for (QQuickItem *child : item->childItems())
-        collect(child, name, found);
-}
-
-QList<QQuickItem *> visibleItems(QQuickItem *root, const QString &name)
-{
-    QList<QQuickItem *> found;
-    collect(root, name, &found);
-    return found;
-}
-
-// A visible text item showing exactly `text`.
-QQuickItem *findText(QQuickItem *root, const QString &text)
-{
-    if (!root->isVisible())
-        return nullptr;
-    if (root->metaObject()->indexOfProperty("font") >= 0
-        && root->property("text").toString() == text)
-        return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (QQuickItem *found = findText(child, text))
-            return found;
-    }
-    return nullptr;
-}
-
-// The visible cells inside the window whose covers have loaded, and all visible cells.
-std::pair<int, int> readyCovers(QQuickItem *root)
-{
-    const QList<QQuickItem *> cells = visibleItems(root, QStringLiteral("homePageViewCell"));
-    int ready = 0;
-    for (QQuickItem *cell : cells) {
-        const QPointF top = cell->mapToScene(QPointF(0, 0));
-        if (top.y() < 667 && cell->property("coverReady").toBool())
-            ++ready;
-    }
-    return {ready, int(cells.size())};
-}
-
-} // namespace
-
 // The store screens' QML views, offscreen in the phone-sized window against a running store:
 // they build without a QML warning, show what their controllers hold, react to taps and
 // scrolling, and are written out as screenshots for review.
@@ -154,20 +89,15 @@ class TestHomeView : public QObject
         QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centre.toPoint());
     }
 
-    bool waitForCovers(int atLeast)
+    bool waitForCovers()
     {
-        return QTest::qWaitFor(
-                [&] {
-                    const auto [ready, cells] = readyCovers(m_root);
-                    return cells > 0 && ready >= atLeast;
-                },
-                20000);
+        return QTest::qWaitFor([&] { return coversOnScreenLoaded(m_window.get()); }, 20000);
     }
 
 private slots:
     void initTestCase()
     {
-        s_previousHandler = qInstallMessageHandler(recordQmlWarnings);
+        QmlWarnings::install();
         StoreOptions options;
         options.requestLog = nullptr;
         options.outboxLog = nullptr;
@@ -177,7 +107,7 @@ private slots:
 
     void init()
     {
-        s_qmlWarnings.clear();
+        QmlWarnings::messages().clear();
         pointApiAt(m_store->baseUrl());
         resetSharedState();
         m_engine = std::make_unique<QQmlEngine>();
@@ -193,7 +123,8 @@ private slots:
         m_platformWindow.reset();
         settle();
         m_engine.reset();
-        QVERIFY2(s_qmlWarnings.isEmpty(), qPrintable(s_qmlWarnings.join(QLatin1Char('\n'))));
+        QVERIFY2(QmlWarnings::messages().isEmpty(),
+                 qPrintable(QmlWarnings::messages().join(QLatin1Char('\n'))));
     }
 
     void homeGridWithPictures()
@@ -201,7 +132,7 @@ private slots:
         auto *home = new TabOneViewController;
         QVERIFY(show(home));
         QVERIFY(QTest::qWaitFor([&] { return home->pageNum() == 2; }, 15000));
-        QVERIFY(waitForCovers(4));
+        QVERIFY(waitForCovers());
         QTRY_VERIFY_WITH_TIMEOUT(!home->refreshHeader()->isRefreshing(), 5000);
         QVERIFY(findText(m_root, QStringLiteral("最新")));
         QVERIFY(!findText(m_root, QStringLiteral("暂无数据,点击刷新")));
@@ -229,7 +160,7 @@ private slots:
         QMetaObject::invokeMethod(grid, "positionViewAtEnd");
         QTRY_COMPARE_WITH_TIMEOUT(home->arraySource().size(), 40, 15000);
         QCOMPARE(home->pageNum(), 3);
-        QVERIFY(waitForCovers(2));
+        QVERIFY(waitForCovers());
         QTest::qWait(300);
         snapshot(QStringLiteral("home_scrolled.png"));
     }
@@ -285,7 +216,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!m_navigation->transitionsDrivenByView()
                                          || m_navigation->viewControllers().size() == 2,
                                  5000);
-        QVERIFY(waitForCovers(1));
+        QVERIFY(waitForCovers());
         QVERIFY(findText(m_root,
                          QStringLiteral("搜索到相关游戏%1款").arg(search->arraySource().size())));
         QTest::qWait(500); // the push slide and the covers' fade

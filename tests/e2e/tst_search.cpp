@@ -193,16 +193,6 @@ private slots:
         QCOMPARE(gameIdOf(host.top()), search->arraySource().at(0).id);
     }
 
-    void backPops()
-    {
-        auto *root = new platform::ViewController;
-        ScreenHost host(root);
-        host.navigation()->pushViewController(new SearchDetailViewController(QString()), false);
-        QCOMPARE(host.depth(), 2);
-        QVERIFY(host.top()->leftBarItem()->tap());
-        QCOMPARE(host.depth(), 1);
-    }
-
     void exactRequestsAndFailures()
     {
         ScriptedHttpServer server;
