@@ -22,7 +22,7 @@ MouseArea {
         const screen = AppDelegate.visibleViewController()
         if (!screen || typeof screen.shouldReceiveEndEditingTap !== "function")
             return
-        if (!screen.shouldReceiveEndEditingTap(isTextField(touched), isInListRow(touched)))
+        if (!screen.shouldReceiveEndEditingTap(isInTextField(touched), isInListRow(touched)))
             return
         screen.setEndEdingAction()
         const focused = Window.activeFocusItem
@@ -32,6 +32,15 @@ MouseArea {
 
     function isTextField(item) {
         return item !== null && item.echoMode !== undefined && item.cursorPosition !== undefined
+    }
+
+    // On the field itself or on one of its parts (placeholder, clear button).
+    function isInTextField(item) {
+        for (let p = item; p; p = p.parent) {
+            if (isTextField(p))
+                return true
+        }
+        return false
     }
 
     // A delegate of a list or grid sits in the view's content item.

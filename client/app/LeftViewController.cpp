@@ -2,7 +2,9 @@
 
 LeftViewController::LeftViewController(QObject *parent)
     : Q9FatherViewController(parent)
-{ }
+{
+    setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/app/SidePanelView.qml")));
+}
 
 void LeftViewController::viewDidLoad()
 {

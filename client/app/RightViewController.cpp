@@ -2,7 +2,9 @@
 
 RightViewController::RightViewController(QObject *parent)
     : Q9FatherViewController(parent)
-{ }
+{
+    setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/app/SidePanelView.qml")));
+}
 
 void RightViewController::viewDidLoad()
 {

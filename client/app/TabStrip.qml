@@ -95,6 +95,7 @@ Item {
                     text: tabButton.modelData.currentTitle
                     color: tabButton.modelData.currentTitleColor
                     font.pixelSize: tabButton.modelData.titleFontSize
+                    font.family: Theme.fontFamily
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
                 }
@@ -122,6 +123,7 @@ Item {
                 text: strip.badge ? strip.badge.text : ""
                 color: strip.look ? strip.look.badgeTextColor : "white"
                 font.pixelSize: strip.look ? strip.look.badgeFontSize : 9
+                font.family: Theme.fontFamily
                 font.weight: Font.DemiBold
             }
         }

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 #include "app/WindowSnapshot.h"
+#include "platform/ui/ImageNetworkFactory.h"
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -20,6 +21,7 @@ int main(int argc, char *argv[])
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/"));
+    platform::ImageNetworkFactory::install(&engine);
     QObject::connect(
             &engine, &QQmlApplicationEngine::objectCreationFailed, &app,
             [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);

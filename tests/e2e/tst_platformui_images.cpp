@@ -98,6 +98,25 @@ private slots:
         QVERIFY(HTTPCookieStorage::shared()->cookies().isEmpty());
     }
 
+    void picturesAreNeverPipelined()
+    {
+        // QML asks for pipelining; a server answering only the first pipelined request would
+        // leave the other pictures hanging.
+        m_server.route("/covers/2.png", ScriptedResponse::text(pngBytes(), "image/png"));
+        std::unique_ptr<QNetworkAccessManager> manager(m_factory.create(nullptr));
+        QNetworkRequest request(QUrl(m_server.baseUrl() + "/covers/2.png"));
+        request.setAttribute(QNetworkRequest::HttpPipeliningAllowedAttribute, true);
+        QNetworkReply *reply = manager->get(request);
+        QSignalSpy finished(reply, &QNetworkReply::finished);
+        QVERIFY(finished.wait(5000));
+        QCOMPARE(reply->error(), QNetworkReply::NoError);
+        QCOMPARE(reply->request()
+                         .attribute(QNetworkRequest::HttpPipeliningAllowedAttribute)
+                         .toBool(),
+                 false);
+        reply->deleteLater();
+    }
+
     void answersComeFromTheDiskCacheAcrossManagers()
     {
         m_server.route("/covers/1.png", ScriptedResponse::text(pngBytes(), "image/png")

@@ -4,6 +4,7 @@
 
 #include "app/ViewController.h"
 #include "platform/HTTPCookieStorage.h"
+#include "platform/kits/GeTuiSdk.h"
 #include "platform/ui/NavigationController.h"
 #include "screens/account/MyMessageViewController.h"
 #include "screens/account/TabFourViewController.h"
@@ -186,6 +187,8 @@ private slots:
         QVERIFY(storeAcceptsSession());
         // The phone number is this device's push tag.
         QCOMPARE(delegate->pushTags(), QStringList{DemoPhone});
+        // Tagged before the push service started; it gets the tag once it runs.
+        QCOMPARE(GeTuiSdk::tags(), QStringList{DemoPhone});
     }
 
     // A stored record without an account id is not a sign-in; the file stays as it is.

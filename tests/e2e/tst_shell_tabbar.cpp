@@ -275,6 +275,7 @@ private slots:
     void cartNumWithoutBadge()
     {
         launch();
+        AppDelegate::shared()->setLabelRedDot(nullptr); // the home page made one; take it away
         platform::UserDefaults::standard().setObject(QStringLiteral("4"),
                                                      QStringLiteral("cartnum"));
         QVERIFY(!AppDelegate::shared()->labelRedDot());

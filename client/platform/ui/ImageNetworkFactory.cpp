@@ -12,6 +12,28 @@
 
 namespace platform {
 
+namespace {
+
+// QML's picture loader asks for HTTP pipelining. Servers that answer only the first of pipelined
+// requests (the store among them) then leave the other pictures waiting until the connection
+// times out, so pictures go one request per connection at a time.
+class SequentialNetworkManager : public QNetworkAccessManager
+{
+public:
+    using QNetworkAccessManager::QNetworkAccessManager;
+
+protected:
+    QNetworkReply *createRequest(Operation operation, const QNetworkRequest &request,
+                                 QIODevice *outgoingData) override
+    {
+        QNetworkRequest sequential(request);
+        sequential.setAttribute(QNetworkRequest::HttpPipeliningAllowedAttribute, false);
+        return QNetworkAccessManager::createRequest(operation, sequential, outgoingData);
+    }
+};
+
+} // namespace
+
 ImageNetworkFactory::ImageNetworkFactory()
 {
     // The store must live in the main thread before any loader thread asks for it.
@@ -26,7 +48,7 @@ QString ImageNetworkFactory::cacheDirectory()
 
 QNetworkAccessManager *ImageNetworkFactory::create(QObject *parent)
 {
-    auto *manager = new QNetworkAccessManager(parent);
+    auto *manager = new SequentialNetworkManager(parent);
     HTTPCookieStorage *store = HTTPCookieStorage::shared();
     if (QThread::currentThread() == store->thread()) {
         HTTPCookieStorage::attachTo(manager);

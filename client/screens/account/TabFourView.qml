@@ -36,6 +36,7 @@ Rectangle {
                 text: view.controller && view.controller.nickName.length > 0 ? view.controller.nickName : "Tarvel玩家"
                 color: "white"
                 font.pixelSize: 16
+                font.family: Theme.fontFamily
                 font.weight: Font.Medium
             }
         }
@@ -48,5 +49,6 @@ Rectangle {
         text: "我的游戏、订单与设置即将上线"
         color: Theme.textSecondary
         font.pixelSize: 13
+        font.family: Theme.fontFamily
     }
 }

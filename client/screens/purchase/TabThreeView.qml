@@ -26,12 +26,14 @@ Rectangle {
             text: "购物车功能即将上线"
             color: Theme.textPrimary
             font.pixelSize: 17
+            font.family: Theme.fontFamily
         }
         Text {
             anchors.horizontalCenter: parent.horizontalCenter
             text: "先去首页逛逛，挑选心仪的游戏吧"
             color: Theme.textSecondary
             font.pixelSize: 13
+            font.family: Theme.fontFamily
         }
     }
 }

@@ -1,0 +1,95 @@
+import QtQuick
+import Tarvel
+
+// One game of a store grid: the cover with its discount and pre-sale badges, the title and the
+// price with the list price struck through when it differs. `row` holds the cell's values.
+Rectangle {
+    id: cell
+    property var row: ({})
+    property real coverHeight: width * 9 / 16
+    signal tapped()
+
+    objectName: "homePageViewCell"
+    readonly property bool coverReady: cover.status === Image.Ready
+    radius: 6
+    color: "white"
+    clip: true
+
+    RemoteImage {
+        id: cover
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        height: cell.coverHeight
+        source: cell.row.imageUrl || ""
+    }
+
+    Rectangle {
+        anchors.left: cover.left
+        anchors.top: cover.top
+        anchors.topMargin: 8
+        height: 20
+        width: discountText.implicitWidth + 12
+        radius: 3
+        color: Theme.price
+        visible: cell.row.discountHidden === false
+        Text {
+            id: discountText
+            anchors.centerIn: parent
+            text: (cell.row.discount || "").trim()
+            color: "white"
+            font.pixelSize: 11
+            font.weight: Font.DemiBold
+        }
+    }
+
+    Rectangle {
+        anchors.right: cover.right
+        anchors.top: cover.top
+        anchors.margins: 8
+        height: 20
+        width: presellText.implicitWidth + 12
+        radius: 10
+        color: Theme.accent
+        visible: cell.row.presellHidden === false
+        Text {
+            id: presellText
+            anchors.centerIn: parent
+            text: cell.row.presell || ""
+            color: "white"
+            font.pixelSize: 11
+            font.weight: Font.DemiBold
+        }
+    }
+
+    Text {
+        id: title
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: cover.bottom
+        anchors.margins: 8
+        text: cell.row.title || ""
+        color: Theme.textPrimary
+        font.pixelSize: 13
+        lineHeight: 1.1
+        wrapMode: Text.Wrap
+        maximumLineCount: 2
+        elide: Text.ElideRight
+        height: 34
+    }
+
+    PriceLabel {
+        anchors.left: parent.left
+        anchors.bottom: parent.bottom
+        anchors.leftMargin: 8
+        anchors.bottomMargin: 8
+        price: cell.row.salePrice || ""
+        listPrice: cell.row.listPrice || ""
+        pixelSize: 15
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        onClicked: cell.tapped()
+    }
+}

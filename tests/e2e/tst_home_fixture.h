@@ -1,0 +1,175 @@
+#pragma once
+
+// Shared by the store screen tests: a phone window hosting one screen in a navigation stack under
+// the tab bar, the API address switch and small waiting helpers.
+
+#include "app/ICTabBarController.h"
+#include "platform/UserDefaults.h"
+#include "platform/ui/Hud.h"
+#include "platform/ui/NavigationController.h"
+#include "platform/ui/UrlOpener.h"
+#include "platform/ui/ViewController.h"
+#include "platform/ui/Window.h"
+
+#include <QCoreApplication>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QStringList>
+#include <QTest>
+
+namespace tarvel::test {
+
+// The screens talk to whatever base address this names from now on.
+inline void pointApiAt(const QString &baseUrl)
+{
+    qputenv("TARVEL_API_BASE_URL", baseUrl.toUtf8());
+}
+
+// A window whose root is a tab bar holding one navigation stack rooted at the given screen; the
+// screen loads and appears at once, as on a phone.
+class ScreenHost
+{
+public:
+    explicit ScreenHost(platform::ViewController *root)
+        : m_tabs(new ICTabBarController)
+        , m_navigation(new platform::NavigationController(root))
+    {
+        m_tabs->setViewControllers({m_navigation});
+        m_window.setRootViewController(m_tabs);
+        m_window.makeKeyAndVisible();
+    }
+
+    platform::Window *window() { return &m_window; }
+    ICTabBarController *tabBar() const { return m_tabs; }
+    platform::NavigationController *navigation() const { return m_navigation; }
+    platform::ViewController *top() const { return m_navigation->topViewController(); }
+    int depth() const { return m_navigation->depth(); }
+
+private:
+    platform::Window m_window;
+    ICTabBarController *m_tabs;
+    platform::NavigationController *m_navigation;
+};
+
+// Lets queued calls and deferred deletions run.
+inline void settle()
+{
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+// Whether `controller` is the game detail screen, and for which game.
+inline bool isGoodsDetail(const platform::ViewController *controller)
+{
+    return controller
+           && (QLatin1String(controller->metaObject()->className())
+                       == QLatin1String("GoodsDetailViewController")
+               || controller->objectName() == QLatin1String("GoodsDetailViewController"));
+}
+
+inline QString gameIdOf(const platform::ViewController *controller)
+{
+    return controller ? controller->property("gameId").toString() : QString();
+}
+
+// A fresh start for each case: no HUD, no opened addresses (the browser is never started), no
+// stored cart count.
+inline void resetSharedState()
+{
+    platform::Hud::shared().dismiss();
+    platform::Hud::shared().clearHistory();
+    platform::Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
+    platform::UrlOpener::shared().setHandler([](const QUrl &) { return true; });
+    platform::UrlOpener::shared().clearHistory();
+    platform::UserDefaults::standard().removeObjectForKey(QStringLiteral("cartnum"));
+}
+
+// Every warning QML or its JavaScript prints from install() on; other libraries' chatter is not
+// collected.
+class QmlWarnings
+{
+public:
+    static void install()
+    {
+        if (!previous())
+            previous() = qInstallMessageHandler(record);
+    }
+    static QStringList &messages()
+    {
+        static QStringList collected;
+        return collected;
+    }
+
+private:
+    static QtMessageHandler &previous()
+    {
+        static QtMessageHandler handler = nullptr;
+        return handler;
+    }
+    static void record(QtMsgType type, const QMessageLogContext &context, const QString &message)
+    {
+        const QString file = QString::fromUtf8(context.file ? context.file : "");
+        const QString category = QString::fromUtf8(context.category ? context.category : "");
+        const bool fromQml = file.endsWith(QLatin1String(".qml"))
+                             || message.contains(QLatin1String(".qml:"))
+                             || category.startsWith(QLatin1String("qt.qml"))
+                             || category == QLatin1String("qml") || category == QLatin1String("js");
+        if (type != QtDebugMsg && type != QtInfoMsg && fromQml)
+            messages().append(message);
+        previous()(type, context, message);
+    }
+};
+
+// The visible items named `name` under `root`, searched through the visual tree (views and
+// loaders do not make their items QObject children).
+inline void collectVisible(QQuickItem *root, const QString &name, QList<QQuickItem *> *found)
+{
+    if (!root->isVisible())
+        return;
+    if (root->objectName() == name)
+        found->append(root);
+    for (QQuickItem *child : root->childItems())
+        collectVisible(child, name, found);
+}
+
+inline QList<QQuickItem *> visibleItems(QQuickItem *root, const QString &name)
+{
+    QList<QQuickItem *> found;
+    collectVisible(root, name, &found);
+    return found;
+}
+
+// A visible text item showing exactly `text`.
+inline QQuickItem *findText(QQuickItem *root, const QString &text)
+{
+    if (!root->isVisible())
+        return nullptr;
+    if (root->metaObject()->indexOfProperty("font") >= 0
+        && root->property("text").toString() == text)
+        return root;
+    for (QQuickItem *child : root->childItems()) {
+        if (QQuickItem *found = findText(child, text))
+            return found;
+    }
+    return nullptr;
+}
+
+// Whether every grid cell inside the window shows its loaded cover (and there is one at least).
+inline bool coversOnScreenLoaded(QQuickWindow *window)
+{
+    int onScreen = 0;
+    for (QQuickItem *cell :
+         visibleItems(window->contentItem(), QStringLiteral("homePageViewCell"))) {
+        const QRectF box = cell->mapRectToScene(QRectF(0, 0, cell->width(), cell->height()));
+        if (!box.intersects(QRectF(0, 0, window->width(), window->height())))
+            continue;
+        if (!cell->property("coverReady").toBool())
+            return false;
+        ++onScreen;
+    }
+    return onScreen > 0;
+}
+
+} // namespace tarvel::test

@@ -1,0 +1,372 @@
+#include "TestEnvironment.h"
+#include "tst_shell_support.h"
+
+#include "app/Q9FatherViewController.h"
+#include "app/SlidePanelController.h"
+#include "app/UserGuideViewController.h"
+#include "app/ViewController.h"
+#include "app/WindowSnapshot.h"
+#include "platform/ui/Label.h"
+#include "platform/ui/NavigationController.h"
+#include "screens/account/MyMessageViewController.h"
+
+#include <QDir>
+#include <QQmlApplicationEngine>
+#include <QQmlExtensionPlugin>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+Q_IMPORT_QML_PLUGIN(TarvelPlugin)
+
+using shelltest::launchedTabBar;
+using shelltest::settle;
+
+namespace {
+
+// An item of the visual tree by object name (repeaters and loaders do not make their items
+// QObject children).
+QQuickItem *findItem(QQuickItem *root, const QString &name)
+{
+    if (!root)
+        return nullptr;
+    if (root->objectName() == name)
+        return root;
+    for (QQuickItem *child : root->childItems()) {
+        if (QQuickItem *found = findItem(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
+QQuickItem *findVisibleText(QQuickItem *root, const QString &text)
+{
+    if (!root || !root->isVisible())
+        return nullptr;
+    if (root->metaObject()->indexOfProperty("font") >= 0
+        && root->property("text").toString() == text)
+        return root;
+    for (QQuickItem *child : root->childItems()) {
+        if (QQuickItem *found = findVisibleText(child, text))
+            return found;
+    }
+    return nullptr;
+}
+
+QPoint centreOf(QQuickItem *item)
+{
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+}
+
+QString artifact(const QString &name)
+{
+    return QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name);
+}
+
+// A form with a text field over a short list, for the end-editing tap.
+const char FormView[] = R"(import QtQuick
+import QtQuick.Controls
+import Tarvel
+Rectangle {
+    property var controller
+    color: "white"
+    TextField { objectName: "formField"; x: 20; y: 90; width: 220; height: 40 }
+    ListView {
+        objectName: "formRows"; x: 0; y: 160; width: 375; height: 200; model: 3
+        delegate: Rectangle {
+            objectName: "formRow" + index; width: 375; height: 44; color: "#eeeeee"
+            Text { anchors.centerIn: parent; text: "第" + (index + 1) + "行" }
+        }
+    }
+}
+)";
+
+} // namespace
+
+// The QML shell on screen: the launched app in Main.qml, the tab strip with its badge and slide,
+// the sign-in sheet from the cart tab, the user guide, the sliding panel and the end-editing tap.
+// Screenshots go to the artifacts folder for review; any QML warning fails the case.
+class TestShellViews : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QQmlApplicationEngine> m_engine;
+    QQuickWindow *m_window = nullptr;
+
+    bool showMain()
+    {
+        m_engine = std::make_unique<QQmlApplicationEngine>();
+        m_engine->addImportPath(QStringLiteral("qrc:/"));
+        m_engine->load(QUrl(QStringLiteral("qrc:/Tarvel/qml/Main.qml")));
+        if (m_engine->rootObjects().isEmpty())
+            return false;
+        m_window = qobject_cast<QQuickWindow *>(m_engine->rootObjects().constFirst());
+        return m_window && QTest::qWaitForWindowExposed(m_window) && waitForFrame();
+    }
+
+    void launchAndShow()
+    {
+        AppDelegate::shared()->application_didFinishLaunchingWithOptions({});
+        QVERIFY(showMain());
+    }
+
+    bool waitForFrame()
+    {
+        QSignalSpy swapped(m_window, &QQuickWindow::frameSwapped);
+        m_window->update();
+        return swapped.wait(5000);
+    }
+
+    // Lets slides and fades finish and the window draw the result.
+    void waitForAnimations(int ms = 450)
+    {
+        QTest::qWait(ms);
+        settle();
+        QVERIFY(waitForFrame());
+    }
+
+    void snapshot(const QString &name) { QVERIFY(WindowSnapshot::save(m_window, artifact(name))); }
+
+    QQuickItem *root() const { return m_window->contentItem(); }
+
+    // A quick finger swipe from right to left across the middle of the window.
+    void swipeLeft()
+    {
+        QTest::mousePress(m_window, Qt::LeftButton, {}, QPoint(320, 330));
+        for (int x = 300; x >= 60; x -= 40)
+            QTest::mouseMove(m_window, QPoint(x, 330), 10);
+        QTest::mouseRelease(m_window, Qt::LeftButton, {}, QPoint(40, 330), 10);
+    }
+
+    void click(QQuickItem *item)
+    {
+        QTest::mouseClick(m_window, Qt::LeftButton, {}, centreOf(item));
+    }
+
+private slots:
+    void initTestCase()
+    {
+        shelltest::QmlWarnings::install();
+        platform::Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
+    }
+
+    void init()
+    {
+        shelltest::QmlWarnings::clear();
+        shelltest::resetApplication();
+    }
+
+    void cleanup()
+    {
+        m_engine.reset();
+        m_window = nullptr;
+        shelltest::resetApplication();
+        const QStringList warnings = shelltest::QmlWarnings::messages();
+        QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
+    }
+
+    void homeTabSignedOut()
+    {
+        launchAndShow();
+        waitForAnimations();
+        for (int i = 0; i < 4; ++i)
+            QVERIFY(findItem(root(), QStringLiteral("tabButton%1").arg(i)));
+        QVERIFY(!findItem(root(), QStringLiteral("cartBadge"))->isVisible());
+        // The home page: its retry screen, or its sort strip once a store has answered.
+        QVERIFY(findVisibleText(root(), QStringLiteral("暂无数据,点击刷新"))
+                || findVisibleText(root(), QStringLiteral("最新")));
+        snapshot(QStringLiteral("shell_home_signed_out.png"));
+    }
+
+    void badgeOnTheStrip()
+    {
+        launchAndShow();
+        platform::Label badge;
+        AppDelegate::shared()->setLabelRedDot(&badge);
+        platform::UserDefaults::standard().setObject(QStringLiteral("3"),
+                                                     QStringLiteral("cartnum"));
+        waitForAnimations(50);
+        QQuickItem *dot = findItem(root(), QStringLiteral("cartBadge"));
+        QVERIFY(dot && dot->isVisible());
+        QVERIFY(findVisibleText(dot, QStringLiteral("3")));
+        QQuickItem *strip = dot->parentItem();
+        QCOMPARE(dot->position(), QPointF(375.0 * 3 / 8 + 4, 3));
+        QCOMPARE(dot->size(), QSizeF(15, 15));
+        QCOMPARE(strip->mapToScene(QPointF(0, 0)).y(), 667.0 - 49);
+        snapshot(QStringLiteral("shell_badge.png"));
+
+        platform::UserDefaults::standard().setObject(QStringLiteral("0"),
+                                                     QStringLiteral("cartnum"));
+        QVERIFY(!dot->isVisible());
+        AppDelegate::shared()->setLabelRedDot(nullptr);
+    }
+
+    void cartTabAsksToSignIn()
+    {
+        launchAndShow();
+        click(findItem(root(), QStringLiteral("tabButton1")));
+        QCOMPARE(AppDelegate::shared()->window()->presentedCount(), 1);
+        waitForAnimations();
+        QCOMPARE(launchedTabBar()->selectedIndex(), 0);
+        QVERIFY(findVisibleText(root(), QStringLiteral("登录")));
+        snapshot(QStringLiteral("shell_signin_from_cart.png"));
+    }
+
+    void messagesTabOpensSignedOut()
+    {
+        launchAndShow();
+        click(findItem(root(), QStringLiteral("tabButton3")));
+        waitForAnimations(50);
+        QCOMPARE(launchedTabBar()->selectedIndex(), 3);
+        QCOMPARE(AppDelegate::shared()->window()->presentedCount(), 0);
+        QVERIFY(qobject_cast<MyMessageViewController *>(
+                AppDelegate::shared()->visibleViewController()));
+        snapshot(QStringLiteral("shell_messages_tab.png"));
+    }
+
+    void cartAndMyPageTabsSignedIn()
+    {
+        AppDelegate::shared()->setUserLogin(
+                shelltest::userWithPhone(QStringLiteral("13800138000")));
+        launchAndShow();
+        click(findItem(root(), QStringLiteral("tabButton1")));
+        waitForAnimations(100);
+        QCOMPARE(launchedTabBar()->selectedIndex(), 1);
+        QVERIFY(findVisibleText(root(), QStringLiteral("购物车")));
+        snapshot(QStringLiteral("shell_cart_tab.png"));
+
+        click(findItem(root(), QStringLiteral("tabButton2")));
+        waitForAnimations(100);
+        QCOMPARE(launchedTabBar()->selectedIndex(), 2);
+        QVERIFY(findVisibleText(root(), QStringLiteral("我的Tarvel")));
+        QVERIFY(findVisibleText(root(), QStringLiteral("演示玩家")));
+        snapshot(QStringLiteral("shell_my_page_tab.png"));
+    }
+
+    // The strip slides away and the content takes its room; shown again it slides back.
+    void stripHidesAndShows()
+    {
+        launchAndShow();
+        ICTabBarController *tabBar = launchedTabBar();
+        tabBar->hideTabBar(true);
+        QVERIFY(findItem(root(), QStringLiteral("tabButton0")));
+        waitForAnimations();
+        QVERIFY(!findItem(root(), QStringLiteral("tabButton0")));
+
+        tabBar->hideTabBar(false);
+        settle();
+        QQuickItem *button = findItem(root(), QStringLiteral("tabButton0"));
+        QVERIFY(button);
+        waitForAnimations();
+        QCOMPARE(button->mapToScene(QPointF(0, 0)).y(), 667.0 - 49);
+    }
+
+    void userGuide()
+    {
+        launchAndShow();
+        platform::UserDefaults::standard().removeObjectForKey(
+                ViewController::userGuideFlagKey(ViewController::currentVersion()));
+        ViewController::goForwardToUserGuide();
+        waitForAnimations();
+        snapshot(QStringLiteral("shell_user_guide_1.png"));
+
+        QQuickItem *pages = findItem(root(), QStringLiteral("guidePages"));
+        QVERIFY(pages);
+        swipeLeft();
+        waitForAnimations(800);
+        swipeLeft();
+        waitForAnimations(800);
+        auto *guide = qobject_cast<UserGuideViewController *>(
+                AppDelegate::shared()->window()->presentedViewControllerAt(0));
+        QVERIFY(guide);
+        QCOMPARE(guide->currentPage(), 2);
+        snapshot(QStringLiteral("shell_user_guide_3.png"));
+
+        QQuickItem *moveOut = nullptr;
+        std::function<void(QQuickItem *)> visit = [&](QQuickItem *item) {
+            if (item->objectName() == QLatin1String("guideMoveOut") && item->isVisible())
+                moveOut = item;
+            for (QQuickItem *child : item->childItems())
+                visit(child);
+        };
+        visit(pages);
+        QVERIFY(moveOut);
+        click(moveOut);
+        waitForAnimations();
+        QCOMPARE(AppDelegate::shared()->window()->presentedCount(), 0);
+    }
+
+    void slidingPanel()
+    {
+        AppDelegate::shared()->window()->makeKeyAndVisible();
+        ViewController::goForwardToSliderPanel();
+        QVERIFY(showMain());
+        auto *panel = qobject_cast<SlidePanelController *>(
+                AppDelegate::shared()->window()->rootViewController());
+        QVERIFY(panel);
+        QVERIFY(findVisibleText(root(), QStringLiteral("Tarvel游戏")));
+
+        // A drag to the right past half the left panel's way opens it.
+        const QPoint start(60, 400);
+        QTest::mousePress(m_window, Qt::LeftButton, {}, start);
+        for (int x = 70; x <= 260; x += 10)
+            QTest::mouseMove(m_window, QPoint(x, 400), 5);
+        QTest::mouseRelease(m_window, Qt::LeftButton, {}, QPoint(260, 400), 5);
+        QCOMPARE(panel->revealed(), SlidePanelController::LeftRevealed);
+        waitForAnimations();
+        QVERIFY(findVisibleText(root(), QStringLiteral("菜单")));
+        snapshot(QStringLiteral("shell_slide_panel_left.png"));
+
+        panel->showCenterPanel();
+        waitForAnimations();
+    }
+
+    void endEditingTap_data()
+    {
+        QTest::addColumn<bool>("rowsTakeTaps");
+        QTest::newRow("a plain screen") << false;
+        QTest::newRow("the messages screen") << true;
+    }
+
+    // Touching the background ends editing; touching the field or a row does not, and neither
+    // does anything on a screen whose rows take taps.
+    void endEditingTap()
+    {
+        QFETCH(bool, rowsTakeTaps);
+        QTemporaryDir dir;
+        const QString file = dir.filePath(QStringLiteral("FormView.qml"));
+        QFile out(file);
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write(FormView);
+        out.close();
+
+        Q9FatherViewController *screen
+                = rowsTakeTaps ? new MyMessageViewController : new Q9FatherViewController;
+        screen->setViewSource(QUrl::fromLocalFile(file));
+        AppDelegate::shared()->window()->makeKeyAndVisible();
+        AppDelegate::shared()->window()->setRootViewController(
+                new platform::NavigationController(screen));
+        QVERIFY(showMain());
+        QSignalSpy ended(screen, &Q9FatherViewController::endEditingRequested);
+
+        QQuickItem *field = findItem(root(), QStringLiteral("formField"));
+        QVERIFY(field);
+        click(field);
+        QVERIFY(field->hasActiveFocus());
+        QCOMPARE(ended.count(), 0);
+
+        click(findItem(root(), QStringLiteral("formRow1")));
+        QCOMPARE(ended.count(), 0);
+        QVERIFY(field->hasActiveFocus());
+
+        // The background under the list.
+        QTest::mouseClick(m_window, Qt::LeftButton, {}, QPoint(300, 600));
+        QCOMPARE(ended.count(), rowsTakeTaps ? 0 : 1);
+        QCOMPARE(field->hasActiveFocus(), rowsTakeTaps);
+    }
+};
+
+TARVEL_TEST_MAIN(TestShellViews)
+#include "tst_shell_views.moc"
