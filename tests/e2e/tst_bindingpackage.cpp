@@ -2,7 +2,6 @@
 #include "tst_detailsupport.h"
 
 #include "platform/ui/BarButtonItem.h"
-#include "screens/store/BindingPackageCell.h"
 #include "screens/store/BindingPackageViewContoller.h"
 
 using namespace detailtest;
@@ -99,15 +98,6 @@ private slots:
                  identifier == QLatin1String("BindingPackageCell1"));
     }
 
-    void givenDiscountTextIsKept()
-    {
-        BindingPackageCell cell(QStringLiteral("BindingPackageCell1"));
-        cell.setCellContentWithName(QStringLiteral("A"), QStringLiteral(" 50%OFF "),
-                                    QStringLiteral("20"), QStringLiteral("12"));
-        QCOMPARE(cell.labelOFF(), QStringLiteral(" 50%OFF "));
-        QCOMPARE(cell.labelOldPrice(), QStringLiteral("¥20"));
-    }
-
     void titleBarAndRows()
     {
         StackHarness harness;
@@ -120,7 +110,6 @@ private slots:
         QCOMPARE(list->leftBarItem()->imageName(), QStringLiteral("common_navBack"));
         QVERIFY(list->rightBarItem()->isHidden());
         QCOMPARE(list->tableMain()->count(), 3);
-        QCOMPARE(list->rowHeight(), 55);
     }
 
     void rowOpensTheItemsPage_data()

@@ -3,7 +3,6 @@
 #include "TestEnvironment.h"
 #include "tst_detailsupport.h"
 
-#include "platform/ui/BarButtonItem.h"
 #include "screens/store/GoodsDetailHeaderView.h"
 #include "screens/store/GoodsDetailWebView.h"
 #include "util/AppConfig.h"
@@ -97,16 +96,6 @@ private slots:
         Hud::shared().dismiss();
         Hud::shared().clearHistory();
         m_server.clearRequests();
-    }
-
-    void titleAndBarItems()
-    {
-        StackHarness harness;
-        GoodsDetailViewController *detail = openDetail(harness, QStringLiteral("1"));
-        QCOMPARE(detail->title(), QStringLiteral("商品详情"));
-        QCOMPARE(detail->leftBarItem()->imageName(), QStringLiteral("common_navBack"));
-        QCOMPARE(detail->rightBarItem()->imageName(), QStringLiteral("goodsDetail_share"));
-        QVERIFY(!detail->rightBarItem()->isHidden());
     }
 
     void emptyUntilTheAnswerArrives()

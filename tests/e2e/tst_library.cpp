@@ -66,15 +66,6 @@ private slots:
         QCOMPARE(harness.top(), library);
     }
 
-    void backPops()
-    {
-        StackHarness harness;
-        auto *library = new LibraryViewController;
-        harness.push(library);
-        QVERIFY(library->leftBarItem()->tap());
-        QCOMPARE(harness.depth(), 1);
-    }
-
     void tabStripHiddenWhileShown()
     {
         platform::Window window;

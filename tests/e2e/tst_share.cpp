@@ -61,35 +61,6 @@ private slots:
 
     void cleanupTestCase() { ICShareView::setShareFunction({}); }
 
-    void targets_data()
-    {
-        QTest::addColumn<int>("index");
-        QTest::addColumn<int>("tag");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("image");
-        QTest::newRow("WeChat friends") << 0 << 5000 << "微信好友"
-                                        << "common_share_button1";
-        QTest::newRow("WeChat moments") << 1 << 5001 << "微信朋友圈"
-                                        << "common_share_button2";
-        QTest::newRow("Sina Weibo") << 2 << 5002 << "新浪微博"
-                                    << "common_share_button3";
-    }
-
-    void targets()
-    {
-        QFETCH(int, index);
-        QFETCH(int, tag);
-        QFETCH(QString, title);
-        QFETCH(QString, image);
-        ICShareView view;
-        QCOMPARE(view.arrayButtonShare().size(), 3);
-        const platform::Button *button = view.arrayButtonShare().at(index);
-        QCOMPARE(button->tag(), tag);
-        QCOMPARE(button->title(), title);
-        QCOMPARE(button->imageName(), image);
-        QCOMPARE(view.buttonClose()->title(), QStringLiteral("取消"));
-    }
-
     void requestForTag_data()
     {
         QTest::addColumn<int>("tag");

@@ -3,7 +3,6 @@
 #include "app/AppDelegate.h"
 #include "models/GameRelease.h"
 #include "platform/UserDefaults.h"
-#include "platform/ui/BarButtonItem.h"
 #include "platform/ui/Hud.h"
 #include "platform/ui/NavigationController.h"
 #include "screens/purchase/ConfirmOrderViewController.h"
@@ -11,7 +10,6 @@
 #include "service/ICCookiesHelper.h"
 #include "service/NetWorkHelper.h"
 #include "util/AppConfig.h"
-#include "util/NSStringUtils.h"
 
 #include <QDateTime>
 #include <QPointer>
