@@ -144,7 +144,7 @@ private:
         }
         item->setParentItem(m_window->contentItem());
         item->setSize(QSizeF(375, 667));
-        QQmlEngine::setObjectOwnership(item, QQmlEngine::JavaScriptOwnership);
+        item->setParent(m_window.get()); // lives as long as the window, whatever the collector does
         m_window->show();
         if (!QTest::qWaitForWindowExposed(m_window.get()) || !waitForFrame())
             return nullptr;

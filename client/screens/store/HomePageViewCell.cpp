@@ -97,3 +97,12 @@ QVariantMap HomePageViewCell::row() const
             {QStringLiteral("presellHidden"), m_presellHidden},
     };
 }
+
+QList<QVariantMap> HomePageViewCell::rowsOf(const QList<HomePageViewCell> &cells)
+{
+    QList<QVariantMap> rows;
+    rows.reserve(cells.size());
+    for (const HomePageViewCell &cell : cells)
+        rows.append(cell.row());
+    return rows;
+}

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "models/GameRelease.h"
+
+#include <QList>
 #include <QString>
 #include <QVariantMap>
 
@@ -32,6 +35,22 @@ public:
     static QString discountText(const QString &listPrice, const QString &salePrice);
 
     HomePageViewCell(qreal coverWidth = 0, qreal scale = 1);
+
+    // The cell of one catalogue game (a home or a search record): cover, titles, prices and the
+    // pre-sale badge from its release date; `onTap` runs when the cover is tapped.
+    template<typename Game>
+    static HomePageViewCell forGame(const Game &game, qreal coverWidth, Block onTap)
+    {
+        HomePageViewCell cell(coverWidth, screenScale());
+        cell.setTitle(game.title);
+        cell.setCellContentsWithImage(game.product_image, game.list_price, game.sale_price,
+                                      isPreSale(game.release_date) ? QStringLiteral("1")
+                                                                   : QStringLiteral("0"),
+                                      std::move(onTap));
+        return cell;
+    }
+    // What a grid binds for `cells`, one row each.
+    static QList<QVariantMap> rowsOf(const QList<HomePageViewCell> &cells);
 
     // Fills the cell; `block` runs when the cover is tapped. `isPresell` "0" hides the pre-sale
     // badge, anything else shows it.

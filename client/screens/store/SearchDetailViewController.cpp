@@ -1,6 +1,5 @@
 #include "screens/store/SearchDetailViewController.h"
 
-#include "models/GameRelease.h"
 #include "platform/ui/BarButtonItem.h"
 #include "platform/ui/Hud.h"
 #include "platform/ui/Label.h"
@@ -16,15 +15,6 @@
 #include <QPointer>
 
 namespace {
-
-QList<QVariantMap> rowsOf(const QList<HomePageViewCell> &cells)
-{
-    QList<QVariantMap> rows;
-    rows.reserve(cells.size());
-    for (const HomePageViewCell &cell : cells)
-        rows.append(cell.row());
-    return rows;
-}
 
 void showFailure(const QString &message)
 {
@@ -166,18 +156,11 @@ void SearchDetailViewController::clickCellAtIndex(int index)
 
 HomePageViewCell SearchDetailViewController::cellFor(const Object_SearchGames &game)
 {
-    HomePageViewCell cell(itemWidth(), HomePageViewCell::screenScale());
-    cell.setTitle(game.title);
     QPointer<SearchDetailViewController> self(this);
-    const QString gameId = game.id;
-    cell.setCellContentsWithImage(game.product_image, game.list_price, game.sale_price,
-                                  isPreSale(game.release_date) ? QStringLiteral("1")
-                                                               : QStringLiteral("0"),
-                                  [self, gameId] {
-                                      if (self)
-                                          TabOneViewController::pushGoodsDetail(self, gameId);
-                                  });
-    return cell;
+    return HomePageViewCell::forGame(game, itemWidth(), [self, gameId = game.id] {
+        if (self)
+            TabOneViewController::pushGoodsDetail(self, gameId);
+    });
 }
 
 void SearchDetailViewController::reloadCells()
@@ -185,7 +168,7 @@ void SearchDetailViewController::reloadCells()
     m_cells.clear();
     for (const Object_SearchGames &game : std::as_const(m_arraySource))
         m_cells.append(cellFor(game));
-    m_collectionMenu->setRows(rowsOf(m_cells));
+    m_collectionMenu->setRows(HomePageViewCell::rowsOf(m_cells));
 }
 
 void SearchDetailViewController::appendCells(const QList<Object_SearchGames> &games)
@@ -195,5 +178,5 @@ void SearchDetailViewController::appendCells(const QList<Object_SearchGames> &ga
         added.append(cellFor(game));
     m_arraySource.append(games);
     m_cells.append(added);
-    m_collectionMenu->appendRows(rowsOf(added));
+    m_collectionMenu->appendRows(HomePageViewCell::rowsOf(added));
 }

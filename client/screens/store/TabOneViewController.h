@@ -116,7 +116,6 @@ private:
     void loadNextPage();
     bool isCurrentList(int generation) const { return generation == m_listGeneration; }
     HomePageViewCell cellFor(const Object_HomeGames &game);
-    QList<QVariantMap> rowsOf(const QList<HomePageViewCell> &cells) const;
     void reloadCells();
     void appendCells(const QList<Object_HomeGames> &games);
     void reloadBannerRows();

@@ -1,7 +1,6 @@
 // The home page's grid: first page on pull-down, further pages on pull-up, and its cells.
 #include "screens/store/TabOneViewController.h"
 
-#include "models/GameRelease.h"
 #include "platform/ui/Hud.h"
 #include "platform/ui/RefreshFooter.h"
 #include "platform/ui/RefreshHeader.h"
@@ -88,27 +87,11 @@ void TabOneViewController::clickCellAtIndex(int index)
 
 HomePageViewCell TabOneViewController::cellFor(const Object_HomeGames &game)
 {
-    HomePageViewCell cell(itemWidth(), HomePageViewCell::screenScale());
-    cell.setTitle(game.title);
     QPointer<TabOneViewController> self(this);
-    const QString gameId = game.id;
-    cell.setCellContentsWithImage(game.product_image, game.list_price, game.sale_price,
-                                  isPreSale(game.release_date) ? QStringLiteral("1")
-                                                               : QStringLiteral("0"),
-                                  [self, gameId] {
-                                      if (self)
-                                          pushGoodsDetail(self, gameId);
-                                  });
-    return cell;
-}
-
-QList<QVariantMap> TabOneViewController::rowsOf(const QList<HomePageViewCell> &cells) const
-{
-    QList<QVariantMap> rows;
-    rows.reserve(cells.size());
-    for (const HomePageViewCell &cell : cells)
-        rows.append(cell.row());
-    return rows;
+    return HomePageViewCell::forGame(game, itemWidth(), [self, gameId = game.id] {
+        if (self)
+            pushGoodsDetail(self, gameId);
+    });
 }
 
 void TabOneViewController::reloadCells()
@@ -117,7 +100,7 @@ void TabOneViewController::reloadCells()
     m_cells.reserve(m_arraySource.size());
     for (const Object_HomeGames &game : std::as_const(m_arraySource))
         m_cells.append(cellFor(game));
-    m_collectionMenu->setRows(rowsOf(m_cells));
+    m_collectionMenu->setRows(HomePageViewCell::rowsOf(m_cells));
 }
 
 void TabOneViewController::appendCells(const QList<Object_HomeGames> &games)
@@ -127,5 +110,5 @@ void TabOneViewController::appendCells(const QList<Object_HomeGames> &games)
         added.append(cellFor(game));
     m_arraySource.append(games);
     m_cells.append(added);
-    m_collectionMenu->appendRows(rowsOf(added));
+    m_collectionMenu->appendRows(HomePageViewCell::rowsOf(added));
 }
