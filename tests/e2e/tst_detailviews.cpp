@@ -184,6 +184,18 @@ private:
         QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centre.toPoint());
     }
 
+    // Whether the page shows its top: the cover right under the bar, not scrolled away.
+    bool coverAtTop()
+    {
+        return QTest::qWaitFor([this] {
+            QQuickItem *table = findNamed(root(), QStringLiteral("goodsDetailTable"));
+            QQuickItem *cover = findNamed(root(), QStringLiteral("goodsDetailCover"));
+            return table && cover
+                   && qFuzzyCompare(table->mapToScene(QPointF()).y() + 1,
+                                    cover->mapToScene(QPointF()).y() + 1);
+        });
+    }
+
     GoodsDetailViewController *openShown(const QString &gameId)
     {
         GoodsDetailViewController *detail = openDetail(*m_harness, gameId);
@@ -239,6 +251,7 @@ private slots:
         QVERIFY(waitText(QStringLiteral("立即购买")));
         QVERIFY(waitText(QStringLiteral("2"))); // the cart badge
         QVERIFY(waitText(QStringLiteral("游戏信息")));
+        QVERIFY(coverAtTop());
         snapshot(QStringLiteral("detail_discounted.png"));
 
         // The description at the end of the page, as plain text.
@@ -280,6 +293,7 @@ private slots:
         GoodsDetailViewController *detail = openShown(QStringLiteral("101"));
         QVERIFY(detail);
         QVERIFY(waitNamed(QStringLiteral("goodsDetailCell0_3")));
+        QVERIFY(coverAtTop());
         snapshot(QStringLiteral("detail_dlc.png"));
 
         // Its base-game row opens the base game.

@@ -35,6 +35,16 @@ Rectangle {
             width: table.width
             height: 16
         }
+
+        // The header grows while the page loads (names, prices and pictures arrive after the
+        // first layout); the page then stays at its top rather than showing the cover cut off.
+        Connections {
+            target: table.headerItem
+            function onHeightChanged() {
+                if (!table.moving && !table.dragging)
+                    table.positionViewAtBeginning()
+            }
+        }
     }
 
     GoodsDetailBottomBar {

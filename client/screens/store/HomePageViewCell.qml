@@ -1,8 +1,8 @@
 import QtQuick
 import Tarvel
 
-// One game of a store grid: the cover with its discount and pre-sale badges, the title and the
-// price with the list price struck through when it differs. `row` holds the cell's values.
+// One game of a store grid: the cover with its pre-sale badge, the title, and the price with the
+// list price struck through and the discount badge when they differ. `row` holds the cell's values.
 Rectangle {
     id: cell
     property var row: ({})
@@ -24,11 +24,12 @@ Rectangle {
         source: cell.row.imageUrl || ""
     }
 
+    // Beside the prices, so that it never hides the cover's own marks.
     Rectangle {
-        anchors.left: cover.left
-        anchors.top: cover.top
-        anchors.topMargin: 8
-        height: 20
+        anchors.right: parent.right
+        anchors.rightMargin: 8
+        anchors.verticalCenter: price.verticalCenter
+        height: 18
         width: discountText.implicitWidth + 12
         radius: 3
         color: Theme.price
@@ -79,6 +80,7 @@ Rectangle {
     }
 
     PriceLabel {
+        id: price
         anchors.left: parent.left
         anchors.bottom: parent.bottom
         anchors.leftMargin: 8
