@@ -1,4 +1,5 @@
 #include "InProcessStore.h"
+#include "QuickTestItems.h"
 #include "TestEnvironment.h"
 #include "tst_detailsupport.h"
 
@@ -22,54 +23,12 @@ Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 
 using namespace detailtest;
 using platform::Hud;
+using tarvel::test::findNamed;
+using tarvel::test::findText;
 using tarvel::test::InProcessStore;
+using tarvel::test::QmlWarnings;
 
 namespace {
-
-QStringList s_qmlWarnings;
-QtMessageHandler s_previousHandler = nullptr;
-
-bool isQmlMessage(const QMessageLogContext &context, const QString &message)
-{
-    const QString file = QString::fromUtf8(context.file ? context.file : "");
-    const QString category = QString::fromUtf8(context.category ? context.category : "");
-    return file.endsWith(QLatin1String(".qml")) || message.contains(QLatin1String(".qml:"))
-           || category.startsWith(QLatin1String("qt.qml")) || category == QLatin1String("qml")
-           || category == QLatin1String("js");
-}
-
-void recordQmlWarnings(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    if (type != QtDebugMsg && type != QtInfoMsg && isQmlMessage(context, message))
-        s_qmlWarnings.append(message);
-    s_previousHandler(type, context, message);
-}
-
-// A visible item showing exactly `text`, through the visual tree.
-QQuickItem *findText(QQuickItem *root, const QString &text)
-{
-    if (!root->isVisible())
-        return nullptr;
-    if (root->metaObject()->indexOfProperty("font") >= 0
-        && root->property("text").toString() == text)
-        return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (QQuickItem *found = findText(child, text))
-            return found;
-    }
-    return nullptr;
-}
-
-QQuickItem *findNamed(QQuickItem *root, const QString &name)
-{
-    if (root->objectName() == name && root->isVisible())
-        return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (QQuickItem *found = findNamed(child, name))
-            return found;
-    }
-    return nullptr;
-}
 
 QString artifact(const QString &name)
 {
@@ -207,7 +166,7 @@ private:
 private slots:
     void initTestCase()
     {
-        s_previousHandler = qInstallMessageHandler(recordQmlWarnings);
+        QmlWarnings::install();
         m_store = std::make_unique<InProcessStore>();
         QVERIFY(m_store->isRunning());
         qputenv("TARVEL_API_BASE_URL", m_store->baseUrl().toUtf8());
@@ -216,7 +175,7 @@ private slots:
 
     void init()
     {
-        s_qmlWarnings.clear();
+        QmlWarnings::clear();
         signOut();
         platform::UserDefaults::standard().setObject(QStringLiteral("2"),
                                                      QStringLiteral("cartnum"));
@@ -233,7 +192,7 @@ private slots:
         m_harness.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         m_engine.reset();
-        QVERIFY2(s_qmlWarnings.isEmpty(), qPrintable(s_qmlWarnings.join(QLatin1Char('\n'))));
+        QVERIFY2(QmlWarnings::messages().isEmpty(), qPrintable(QmlWarnings::text()));
     }
 
     void discountedGame()

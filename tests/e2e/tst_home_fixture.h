@@ -3,6 +3,8 @@
 // Shared by the store screen tests: a phone window hosting one screen in a navigation stack under
 // the tab bar, the API address switch and small waiting helpers.
 
+#include "QuickTestItems.h"
+
 #include "app/ICTabBarController.h"
 #include "platform/UserDefaults.h"
 #include "platform/ui/Hud.h"
@@ -86,42 +88,6 @@ inline void resetSharedState()
     platform::UserDefaults::standard().removeObjectForKey(QStringLiteral("cartnum"));
 }
 
-// Every warning QML or its JavaScript prints from install() on; other libraries' chatter is not
-// collected.
-class QmlWarnings
-{
-public:
-    static void install()
-    {
-        if (!previous())
-            previous() = qInstallMessageHandler(record);
-    }
-    static QStringList &messages()
-    {
-        static QStringList collected;
-        return collected;
-    }
-
-private:
-    static QtMessageHandler &previous()
-    {
-        static QtMessageHandler handler = nullptr;
-        return handler;
-    }
-    static void record(QtMsgType type, const QMessageLogContext &context, const QString &message)
-    {
-        const QString file = QString::fromUtf8(context.file ? context.file : "");
-        const QString category = QString::fromUtf8(context.category ? context.category : "");
-        const bool fromQml = file.endsWith(QLatin1String(".qml"))
-                             || message.contains(QLatin1String(".qml:"))
-                             || category.startsWith(QLatin1String("qt.qml"))
-                             || category == QLatin1String("qml") || category == QLatin1String("js");
-        if (type != QtDebugMsg && type != QtInfoMsg && fromQml)
-            messages().append(message);
-        previous()(type, context, message);
-    }
-};
-
 // The visible items named `name` under `root`, searched through the visual tree (views and
 // loaders do not make their items QObject children).
 inline void collectVisible(QQuickItem *root, const QString &name, QList<QQuickItem *> *found)
@@ -139,21 +105,6 @@ inline QList<QQuickItem *> visibleItems(QQuickItem *root, const QString &name)
     QList<QQuickItem *> found;
     collectVisible(root, name, &found);
     return found;
-}
-
-// A visible text item showing exactly `text`.
-inline QQuickItem *findText(QQuickItem *root, const QString &text)
-{
-    if (!root->isVisible())
-        return nullptr;
-    if (root->metaObject()->indexOfProperty("font") >= 0
-        && root->property("text").toString() == text)
-        return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (QQuickItem *found = findText(child, text))
-            return found;
-    }
-    return nullptr;
 }
 
 // Whether every grid cell inside the window shows its loaded cover (and there is one at least).

@@ -159,8 +159,7 @@ private slots:
 
         AppDelegate::shared()->window()->setRootViewController(nullptr);
         settle();
-        QVERIFY2(QmlWarnings::messages().isEmpty(),
-                 qPrintable(QmlWarnings::messages().join(QLatin1Char('\n'))));
+        QVERIFY2(QmlWarnings::messages().isEmpty(), qPrintable(QmlWarnings::text()));
     }
 };
 

@@ -107,7 +107,7 @@ private slots:
 
     void init()
     {
-        QmlWarnings::messages().clear();
+        QmlWarnings::clear();
         pointApiAt(m_store->baseUrl());
         resetSharedState();
         m_engine = std::make_unique<QQmlEngine>();
@@ -123,8 +123,7 @@ private slots:
         m_platformWindow.reset();
         settle();
         m_engine.reset();
-        QVERIFY2(QmlWarnings::messages().isEmpty(),
-                 qPrintable(QmlWarnings::messages().join(QLatin1Char('\n'))));
+        QVERIFY2(QmlWarnings::messages().isEmpty(), qPrintable(QmlWarnings::text()));
     }
 
     void homeGridWithPictures()

@@ -9,12 +9,8 @@
 #include "platform/ui/Window.h"
 #include "screens/account/MyMessageDetailViewController.h"
 #include "screens/account/MyMessageViewController.h"
-#include "service/ICDataHelper.h"
-
-#if __has_include("screens/store/GoodsDetailViewController.h")
 #include "screens/store/GoodsDetailViewController.h"
-#define TARVEL_HAS_GAME_DETAIL 1
-#endif
+#include "service/ICDataHelper.h"
 
 #include <QFile>
 #include <QPointer>
@@ -93,10 +89,8 @@ private:
         if (stack->depth() < 2)
             return {};
         platform::ViewController *top = stack->topViewController();
-#ifdef TARVEL_HAS_GAME_DETAIL
         if (!qobject_cast<GoodsDetailViewController *>(top))
             return {};
-#endif
         return top->property("gameId").toString();
     }
 
@@ -120,7 +114,7 @@ private slots:
     {
         QFile::remove(messagesPath());
         UrlOpener::shared().clearHistory();
-        tarvel::test::QmlWarnings::list().clear();
+        tarvel::test::QmlWarnings::clear();
     }
 
     void cleanup()
@@ -350,8 +344,8 @@ private slots:
         QTRY_VERIFY(phone.findText(QStringLiteral("周末限时折扣")));
         phone.click(phone.findText(QStringLiteral("周末限时折扣")));
         QTRY_COMPARE(gameOnTop(stack), QStringLiteral("7"));
-        QVERIFY2(tarvel::test::QmlWarnings::list().isEmpty(),
-                 qPrintable(tarvel::test::QmlWarnings::list().join('\n')));
+        QVERIFY2(tarvel::test::QmlWarnings::messages().isEmpty(),
+                 qPrintable(tarvel::test::QmlWarnings::text()));
     }
 
     void emptyListViewSaysSo()
@@ -363,8 +357,8 @@ private slots:
         QVERIFY(phone.findText(QStringLiteral("暂无消息")));
         QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("messages-empty.png")));
-        QVERIFY2(tarvel::test::QmlWarnings::list().isEmpty(),
-                 qPrintable(tarvel::test::QmlWarnings::list().join('\n')));
+        QVERIFY2(tarvel::test::QmlWarnings::messages().isEmpty(),
+                 qPrintable(tarvel::test::QmlWarnings::text()));
     }
 };
 

@@ -1,3 +1,4 @@
+#include "QuickTestItems.h"
 #include "TestEnvironment.h"
 
 #include "platform/ui/AlertCenter.h"
@@ -25,50 +26,16 @@
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 
 using namespace platform;
+using tarvel::test::findText;
+using tarvel::test::QmlWarnings;
 
 namespace {
-
-QStringList s_qmlWarnings;
-QtMessageHandler s_previousHandler = nullptr;
-
-// Anything QML or its JavaScript complains about counts; other libraries' chatter does not.
-bool isQmlMessage(const QMessageLogContext &context, const QString &message)
-{
-    const QString file = QString::fromUtf8(context.file ? context.file : "");
-    const QString category = QString::fromUtf8(context.category ? context.category : "");
-    return file.endsWith(QLatin1String(".qml")) || message.contains(QLatin1String(".qml:"))
-           || category.startsWith(QLatin1String("qt.qml")) || category == QLatin1String("qml")
-           || category == QLatin1String("js");
-}
-
-void recordQmlWarnings(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    if (type != QtDebugMsg && type != QtInfoMsg && isQmlMessage(context, message))
-        s_qmlWarnings.append(message);
-    s_previousHandler(type, context, message);
-}
 
 class Screen : public ViewController
 {
 public:
     explicit Screen(const QString &title) { setTitle(title); }
 };
-
-// A visible text item showing exactly `text`, searched through the visual tree (views and
-// repeaters do not make their items QObject children).
-QQuickItem *findText(QQuickItem *root, const QString &text)
-{
-    if (!root->isVisible())
-        return nullptr;
-    if (root->metaObject()->indexOfProperty("font") >= 0
-        && root->property("text").toString() == text)
-        return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (QQuickItem *found = findText(child, text))
-            return found;
-    }
-    return nullptr;
-}
 
 void click(QQuickWindow *window, QQuickItem *item)
 {
@@ -180,13 +147,13 @@ private:
 private slots:
     void initTestCase()
     {
-        s_previousHandler = qInstallMessageHandler(recordQmlWarnings);
+        QmlWarnings::install();
         Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
     }
 
     void init()
     {
-        s_qmlWarnings.clear();
+        QmlWarnings::clear();
         m_engine = std::make_unique<QQmlEngine>();
         m_engine->addImportPath(QStringLiteral("qrc:/"));
         Hud::shared().dismiss();
@@ -198,7 +165,7 @@ private slots:
         m_window.reset();
         settle();
         m_engine.reset();
-        QVERIFY2(s_qmlWarnings.isEmpty(), qPrintable(s_qmlWarnings.join(QLatin1Char('\n'))));
+        QVERIFY2(QmlWarnings::messages().isEmpty(), qPrintable(QmlWarnings::text()));
     }
 
     void everyComponentLoads_data()

@@ -3,6 +3,7 @@
 // Shared by the shell tests: bringing the application delegate back to a fresh start between
 // cases, and catching what QML complains about.
 
+#include "QuickTestItems.h"
 #include "app/AppDelegate.h"
 #include "app/ICTabBarController.h"
 #include "platform/UserDefaults.h"
@@ -63,35 +64,5 @@ inline Object_User userWithPhone(const QString &phone)
     user.token = QStringLiteral("token-7");
     return user;
 }
-
-// Collects every warning that QML or its JavaScript prints.
-class QmlWarnings
-{
-public:
-    static void install()
-    {
-        if (!s_previous)
-            s_previous = qInstallMessageHandler(record);
-    }
-    static void clear() { s_messages.clear(); }
-    static QStringList messages() { return s_messages; }
-
-private:
-    static void record(QtMsgType type, const QMessageLogContext &context, const QString &message)
-    {
-        const QString file = QString::fromUtf8(context.file ? context.file : "");
-        const QString category = QString::fromUtf8(context.category ? context.category : "");
-        const bool fromQml = file.endsWith(QLatin1String(".qml"))
-                             || message.contains(QLatin1String(".qml:"))
-                             || category.startsWith(QLatin1String("qt.qml"))
-                             || category == QLatin1String("qml") || category == QLatin1String("js");
-        if (type != QtDebugMsg && type != QtInfoMsg && fromQml)
-            s_messages.append(message);
-        s_previous(type, context, message);
-    }
-
-    static inline QtMessageHandler s_previous = nullptr;
-    static inline QStringList s_messages;
-};
 
 } // namespace shelltest

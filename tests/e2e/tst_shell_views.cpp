@@ -1,3 +1,4 @@
+#include "QuickTestItems.h"
 #include "TestEnvironment.h"
 #include "tst_shell_support.h"
 
@@ -23,36 +24,10 @@ Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 using shelltest::launchedTabBar;
 using shelltest::settle;
 
+using tarvel::test::findItem;
+using tarvel::test::findText;
+
 namespace {
-
-// An item of the visual tree by object name (repeaters and loaders do not make their items
-// QObject children).
-QQuickItem *findItem(QQuickItem *root, const QString &name)
-{
-    if (!root)
-        return nullptr;
-    if (root->objectName() == name)
-        return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (QQuickItem *found = findItem(child, name))
-            return found;
-    }
-    return nullptr;
-}
-
-QQuickItem *findVisibleText(QQuickItem *root, const QString &text)
-{
-    if (!root || !root->isVisible())
-        return nullptr;
-    if (root->metaObject()->indexOfProperty("font") >= 0
-        && root->property("text").toString() == text)
-        return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (QQuickItem *found = findVisibleText(child, text))
-            return found;
-    }
-    return nullptr;
-}
 
 QPoint centreOf(QQuickItem *item)
 {
@@ -148,13 +123,13 @@ private:
 private slots:
     void initTestCase()
     {
-        shelltest::QmlWarnings::install();
+        tarvel::test::QmlWarnings::install();
         platform::Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
     }
 
     void init()
     {
-        shelltest::QmlWarnings::clear();
+        tarvel::test::QmlWarnings::clear();
         shelltest::resetApplication();
     }
 
@@ -163,7 +138,7 @@ private slots:
         m_engine.reset();
         m_window = nullptr;
         shelltest::resetApplication();
-        const QStringList warnings = shelltest::QmlWarnings::messages();
+        const QStringList warnings = tarvel::test::QmlWarnings::messages();
         QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
     }
 
@@ -175,8 +150,8 @@ private slots:
             QVERIFY(findItem(root(), QStringLiteral("tabButton%1").arg(i)));
         QVERIFY(!findItem(root(), QStringLiteral("cartBadge"))->isVisible());
         // The home page: its retry screen, or its sort strip once a store has answered.
-        QVERIFY(findVisibleText(root(), QStringLiteral("暂无数据,点击刷新"))
-                || findVisibleText(root(), QStringLiteral("最新")));
+        QVERIFY(findText(root(), QStringLiteral("暂无数据,点击刷新"))
+                || findText(root(), QStringLiteral("最新")));
         snapshot(QStringLiteral("shell_home_signed_out.png"));
     }
 
@@ -190,7 +165,7 @@ private slots:
         waitForAnimations(50);
         QQuickItem *dot = findItem(root(), QStringLiteral("cartBadge"));
         QVERIFY(dot && dot->isVisible());
-        QVERIFY(findVisibleText(dot, QStringLiteral("3")));
+        QVERIFY(findText(dot, QStringLiteral("3")));
         QQuickItem *strip = dot->parentItem();
         QCOMPARE(dot->position(), QPointF(375.0 * 3 / 8 + 4, 3));
         QCOMPARE(dot->size(), QSizeF(15, 15));
@@ -210,7 +185,7 @@ private slots:
         QCOMPARE(AppDelegate::shared()->window()->presentedCount(), 1);
         waitForAnimations();
         QCOMPARE(launchedTabBar()->selectedIndex(), 0);
-        QVERIFY(findVisibleText(root(), QStringLiteral("登录")));
+        QVERIFY(findText(root(), QStringLiteral("登录")));
         snapshot(QStringLiteral("shell_signin_from_cart.png"));
     }
 
@@ -234,14 +209,14 @@ private slots:
         click(findItem(root(), QStringLiteral("tabButton1")));
         waitForAnimations(100);
         QCOMPARE(launchedTabBar()->selectedIndex(), 1);
-        QVERIFY(findVisibleText(root(), QStringLiteral("购物车")));
+        QVERIFY(findText(root(), QStringLiteral("购物车")));
         snapshot(QStringLiteral("shell_cart_tab.png"));
 
         click(findItem(root(), QStringLiteral("tabButton2")));
         waitForAnimations(100);
         QCOMPARE(launchedTabBar()->selectedIndex(), 2);
-        QVERIFY(findVisibleText(root(), QStringLiteral("我的Tarvel")));
-        QVERIFY(findVisibleText(root(), QStringLiteral("演示玩家")));
+        QVERIFY(findText(root(), QStringLiteral("我的Tarvel")));
+        QVERIFY(findText(root(), QStringLiteral("演示玩家")));
         snapshot(QStringLiteral("shell_my_page_tab.png"));
     }
 
@@ -306,7 +281,7 @@ private slots:
         auto *panel = qobject_cast<SlidePanelController *>(
                 AppDelegate::shared()->window()->rootViewController());
         QVERIFY(panel);
-        QVERIFY(findVisibleText(root(), QStringLiteral("Tarvel游戏")));
+        QVERIFY(findText(root(), QStringLiteral("Tarvel游戏")));
 
         // A drag to the right past half the left panel's way opens it.
         const QPoint start(60, 400);
@@ -316,7 +291,7 @@ private slots:
         QTest::mouseRelease(m_window, Qt::LeftButton, {}, QPoint(260, 400), 5);
         QCOMPARE(panel->revealed(), SlidePanelController::LeftRevealed);
         waitForAnimations();
-        QVERIFY(findVisibleText(root(), QStringLiteral("菜单")));
+        QVERIFY(findText(root(), QStringLiteral("菜单")));
         snapshot(QStringLiteral("shell_slide_panel_left.png"));
 
         panel->showCenterPanel();

@@ -164,7 +164,7 @@ private slots:
         Hud::shared().dismiss();
         Hud::shared().clearHistory();
         m_completions.clear();
-        tarvel::test::QmlWarnings::list().clear();
+        tarvel::test::QmlWarnings::clear();
     }
 
     void cleanup()
@@ -646,8 +646,8 @@ private slots:
         QTest::qWait(400);
         QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("findpassword.png")));
-        QVERIFY2(tarvel::test::QmlWarnings::list().isEmpty(),
-                 qPrintable(tarvel::test::QmlWarnings::list().join('\n')));
+        QVERIFY2(tarvel::test::QmlWarnings::messages().isEmpty(),
+                 qPrintable(tarvel::test::QmlWarnings::text()));
     }
 };
 

@@ -3,6 +3,7 @@
 // What the sign-in and message screen tests share: a phone-sized QML window showing a
 // platform::Window the way the app does, a watch on QML warnings, and small waits.
 
+#include "QuickTestItems.h"
 #include "TestEnvironment.h"
 #include "app/WindowSnapshot.h"
 #include "platform/ui/Window.h"
@@ -20,34 +21,6 @@
 #include <memory>
 
 namespace tarvel::test {
-
-// Collects what QML and its JavaScript complain about while installed.
-class QmlWarnings
-{
-public:
-    static void install() { s_previous = qInstallMessageHandler(&QmlWarnings::record); }
-    static QStringList &list()
-    {
-        static QStringList warnings;
-        return warnings;
-    }
-
-private:
-    static void record(QtMsgType type, const QMessageLogContext &context, const QString &message)
-    {
-        const QString file = QString::fromUtf8(context.file ? context.file : "");
-        const QString category = QString::fromUtf8(context.category ? context.category : "");
-        const bool fromQml = file.endsWith(QLatin1String(".qml"))
-                             || message.contains(QLatin1String(".qml:"))
-                             || category.startsWith(QLatin1String("qt.qml"))
-                             || category == QLatin1String("qml") || category == QLatin1String("js");
-        if (type != QtDebugMsg && type != QtInfoMsg && fromQml)
-            list().append(message);
-        if (s_previous)
-            s_previous(type, context, message);
-    }
-    static inline QtMessageHandler s_previous = nullptr;
-};
 
 // Lets queued calls (the screens' deferred hooks) and deferred deletes run.
 inline void settle()

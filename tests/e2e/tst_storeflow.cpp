@@ -1,4 +1,5 @@
 #include "InProcessStore.h"
+#include "QuickTestItems.h"
 #include "TestEnvironment.h"
 
 #include "app/AppDelegate.h"
@@ -27,18 +28,9 @@
 
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 
-namespace {
+using tarvel::test::findNamed;
 
-QQuickItem *findNamed(QQuickItem *root, const QString &name)
-{
-    if (root->objectName() == name && root->isVisible())
-        return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (QQuickItem *found = findNamed(child, name))
-            return found;
-    }
-    return nullptr;
-}
+namespace {
 
 QList<QQuickItem *> findAllNamed(QQuickItem *root, const QString &name)
 {

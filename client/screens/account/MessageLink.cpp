@@ -9,12 +9,7 @@
 #include <QUrl>
 #include <QVariant>
 
-#if __has_include("screens/store/GoodsDetailViewController.h")
 #include "screens/store/GoodsDetailViewController.h"
-#define TARVEL_HAS_GAME_DETAIL 1
-#else
-#include "screens/account/ComingSoonViewController.h"
-#endif
 
 namespace {
 
@@ -25,29 +20,12 @@ QUrl browserUrl(const QString &url)
     return QUrl(ApiBaseUrl() + (url.startsWith(QLatin1Char('/')) ? url : QLatin1Char('/') + url));
 }
 
-#ifdef TARVEL_HAS_GAME_DETAIL
 platform::ViewController *makeGameDetail(const QString &gameId)
 {
     auto *detail = new GoodsDetailViewController;
     detail->setGameId(gameId);
     return detail;
 }
-#else
-// Holds the game page's place in builds that do not have it yet.
-class GameDetailComingSoon : public ComingSoonViewController
-{
-protected:
-    QString screenTitle() const override { return QStringLiteral("游戏详情"); }
-    QString screenNote() const override { return QStringLiteral("游戏详情即将开放"); }
-};
-
-platform::ViewController *makeGameDetail(const QString &gameId)
-{
-    auto *detail = new GameDetailComingSoon;
-    detail->setProperty("gameId", QVariant(gameId));
-    return detail;
-}
-#endif
 
 } // namespace
 

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QMessageLogContext>
+#include <QQuickItem>
+#include <QString>
+#include <QStringList>
+
+// Looking into a Qt Quick scene the way a user sees it. The searches walk the visual tree, since
+// views, repeaters and loaders do not make their items QObject children.
+namespace tarvel::test {
+
+// The first item named `name`, shown or not.
+inline QQuickItem *findItem(QQuickItem *root, const QString &name)
+{
+    if (!root)
+        return nullptr;
+    if (root->objectName() == name)
+        return root;
+    for (QQuickItem *child : root->childItems()) {
+        if (QQuickItem *found = findItem(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
+// The first shown item named `name`.
+inline QQuickItem *findNamed(QQuickItem *root, const QString &name)
+{
+    if (!root || !root->isVisible())
+        return nullptr;
+    if (root->objectName() == name)
+        return root;
+    for (QQuickItem *child : root->childItems()) {
+        if (QQuickItem *found = findNamed(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
+// The first shown text item showing exactly `text`.
+inline QQuickItem *findText(QQuickItem *root, const QString &text)
+{
+    if (!root || !root->isVisible())
+        return nullptr;
+    if (root->metaObject()->indexOfProperty("font") >= 0
+        && root->property("text").toString() == text)
+        return root;
+    for (QQuickItem *child : root->childItems()) {
+        if (QQuickItem *found = findText(child, text))
+            return found;
+    }
+    return nullptr;
+}
+
+// Collects what QML and its JavaScript complain about (other libraries' chatter does not count),
+// while passing every message on as before.
+class QmlWarnings
+{
+public:
+    static void install()
+    {
+        if (!s_previous)
+            s_previous = qInstallMessageHandler(record);
+    }
+    static void clear() { s_warnings.clear(); }
+    static const QStringList &messages() { return s_warnings; }
+    static QString text() { return s_warnings.join(QLatin1Char('\n')); }
+
+private:
+    static bool isQmlMessage(const QMessageLogContext &context, const QString &message)
+    {
+        const QString file = QString::fromUtf8(context.file ? context.file : "");
+        const QString category = QString::fromUtf8(context.category ? context.category : "");
+        return file.endsWith(QLatin1String(".qml")) || message.contains(QLatin1String(".qml:"))
+               || category.startsWith(QLatin1String("qt.qml")) || category == QLatin1String("qml")
+               || category == QLatin1String("js");
+    }
+    static void record(QtMsgType type, const QMessageLogContext &context, const QString &message)
+    {
+        if (type != QtDebugMsg && type != QtInfoMsg && isQmlMessage(context, message))
+            s_warnings.append(message);
+        s_previous(type, context, message);
+    }
+
+    static inline QStringList s_warnings;
+    static inline QtMessageHandler s_previous = nullptr;
+};
+
+} // namespace tarvel::test
