@@ -11,6 +11,7 @@
 #include "StoreContext.h"
 
 #include "app/AppDelegate.h"
+#include "app/AppLaunch.h"
 #include "app/ICTabBarController.h"
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/RefreshFooter.h"
@@ -110,14 +111,7 @@ public:
     // As main.cpp: the delegate launches (the tab bar goes in), then the window's QML loads.
     bool start(QGuiApplication *application)
     {
-        AppDelegate *delegate = AppDelegate::shared();
-        delegate->followApplicationState(application);
-        delegate->application_didFinishLaunchingWithOptions();
-        m_engine.addImportPath(QStringLiteral("qrc:/"));
-        m_engine.load(QUrl(QStringLiteral("qrc:/Tarvel/qml/Main.qml")));
-        if (m_engine.rootObjects().isEmpty())
-            return false;
-        m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().constFirst());
+        m_window = AppLaunch::launch(*application, m_engine);
         if (!m_window)
             return false;
         connect(m_window, &QQuickWindow::frameSwapped, this, [this] {

@@ -3,6 +3,7 @@
 #include "tst_home_fixture.h"
 
 #include "app/AppDelegate.h"
+#include "app/AppLaunch.h"
 #include "app/WindowSnapshot.h"
 #include "platform/ui/BarButtonItem.h"
 #include "platform/ui/RefreshFooter.h"
@@ -72,12 +73,8 @@ private slots:
 
     void fromHomeToADlcAndBackInOneStep()
     {
-        AppDelegate::shared()->application_didFinishLaunchingWithOptions();
         QQmlApplicationEngine engine;
-        engine.addImportPath(QStringLiteral("qrc:/"));
-        engine.load(QUrl(QStringLiteral("qrc:/Tarvel/qml/Main.qml")));
-        QCOMPARE(engine.rootObjects().size(), 1);
-        auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+        QQuickWindow *window = AppLaunch::launch(*qGuiApp, engine);
         QVERIFY(window);
         QVERIFY(QTest::qWaitForWindowExposed(window));
 

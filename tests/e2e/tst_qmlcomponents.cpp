@@ -1,6 +1,7 @@
 #include "QuickTestItems.h"
 #include "TestEnvironment.h"
 
+#include "app/AppLaunch.h"
 #include "platform/ui/AlertCenter.h"
 #include "platform/ui/BarButtonItem.h"
 #include "platform/ui/Button.h"
@@ -201,8 +202,7 @@ private slots:
     void mainWindowLoads()
     {
         QQmlApplicationEngine engine;
-        engine.addImportPath(QStringLiteral("qrc:/"));
-        engine.load(QUrl(QStringLiteral("qrc:/Tarvel/qml/Main.qml")));
+        QVERIFY(AppLaunch::loadMainWindow(engine));
         QCOMPARE(engine.rootObjects().size(), 1);
         settle();
     }

@@ -2,6 +2,7 @@
 #include "TestEnvironment.h"
 #include "tst_shell_support.h"
 
+#include "app/AppLaunch.h"
 #include "app/Q9FatherViewController.h"
 #include "app/SlidePanelController.h"
 #include "app/UserGuideViewController.h"
@@ -73,11 +74,7 @@ private:
     bool showMain()
     {
         m_engine = std::make_unique<QQmlApplicationEngine>();
-        m_engine->addImportPath(QStringLiteral("qrc:/"));
-        m_engine->load(QUrl(QStringLiteral("qrc:/Tarvel/qml/Main.qml")));
-        if (m_engine->rootObjects().isEmpty())
-            return false;
-        m_window = qobject_cast<QQuickWindow *>(m_engine->rootObjects().constFirst());
+        m_window = AppLaunch::loadMainWindow(*m_engine);
         return m_window && QTest::qWaitForWindowExposed(m_window) && waitForFrame();
     }
 

@@ -3,8 +3,8 @@
 #include "TestEnvironment.h"
 
 #include "app/AppDelegate.h"
+#include "app/AppLaunch.h"
 #include "app/WindowSnapshot.h"
-#include "platform/ui/ImageNetworkFactory.h"
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/TabBarController.h"
 #include "platform/ui/Window.h"
@@ -173,16 +173,8 @@ private slots:
 
     void homeToDlcAndBackInOneStep()
     {
-        // As main.cpp starts the app.
-        AppDelegate *delegate = AppDelegate::shared();
-        delegate->followApplicationState(qGuiApp);
-        delegate->application_didFinishLaunchingWithOptions();
         m_engine = std::make_unique<QQmlApplicationEngine>();
-        m_engine->addImportPath(QStringLiteral("qrc:/"));
-        platform::ImageNetworkFactory::install(m_engine.get());
-        m_engine->load(QUrl(QStringLiteral("qrc:/Tarvel/qml/Main.qml")));
-        QVERIFY(!m_engine->rootObjects().isEmpty());
-        m_window = qobject_cast<QQuickWindow *>(m_engine->rootObjects().constFirst());
+        m_window = AppLaunch::launch(*qGuiApp, *m_engine);
         QVERIFY(m_window);
         QVERIFY(QTest::qWaitForWindowExposed(m_window));
 

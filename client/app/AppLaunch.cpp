@@ -1,0 +1,30 @@
+#include "app/AppLaunch.h"
+
+#include "app/AppDelegate.h"
+#include "platform/ui/ImageNetworkFactory.h"
+
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+namespace AppLaunch {
+
+QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine)
+{
+    AppDelegate *delegate = AppDelegate::shared();
+    delegate->followApplicationState(&application);
+    delegate->application_didFinishLaunchingWithOptions();
+    return loadMainWindow(engine);
+}
+
+QQuickWindow *loadMainWindow(QQmlApplicationEngine &engine)
+{
+    engine.addImportPath(QStringLiteral("qrc:/"));
+    platform::ImageNetworkFactory::install(&engine);
+    engine.load(QUrl(QStringLiteral("qrc:/Tarvel/qml/Main.qml")));
+    if (engine.rootObjects().isEmpty())
+        return nullptr;
+    return qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+}
+
+} // namespace AppLaunch

@@ -1,0 +1,19 @@
+#pragma once
+
+class QGuiApplication;
+class QQmlApplicationEngine;
+class QQuickWindow;
+
+// How the app comes up, shared by main() and by everything that starts it the same way (the
+// end-to-end tests, the start-up benchmark), so that none of them runs a different app.
+namespace AppLaunch {
+
+// The delegate launches (restoring the session and putting in the tab bar), then the window loads.
+// Returns the window, or null when its QML did not load.
+QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine);
+
+// Loads the window's QML into `engine`, with pictures fetched through the app's own network stack
+// (shared cookies and disk cache, never pipelined). Returns the window, or null.
+QQuickWindow *loadMainWindow(QQmlApplicationEngine &engine);
+
+} // namespace AppLaunch
