@@ -1,8 +1,8 @@
 import QtQuick
 import Tarvel
 
-// One game of a store grid: the cover with its pre-sale badge, the title, and the price with the
-// list price struck through and the discount badge when they differ. `row` holds the cell's values.
+// One game of a store grid: the cover with its discount and pre-sale badges, the title and the
+// price with the list price struck through when it differs. `row` holds the cell's values.
 Rectangle {
     id: cell
     property var row: ({})
@@ -24,12 +24,13 @@ Rectangle {
         source: cell.row.imageUrl || ""
     }
 
-    // Beside the prices, so that it never hides the cover's own marks.
+    // In the cover's lower right corner: the covers' own marks sit at the upper left, and the
+    // price row has no room to spare for long prices.
     Rectangle {
-        anchors.right: parent.right
-        anchors.rightMargin: 8
-        anchors.verticalCenter: price.verticalCenter
-        height: 18
+        anchors.right: cover.right
+        anchors.bottom: cover.bottom
+        anchors.margins: 8
+        height: 20
         width: discountText.implicitWidth + 12
         radius: 3
         color: Theme.price
