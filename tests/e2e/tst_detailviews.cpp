@@ -109,39 +109,7 @@ private:
         return found;
     }
 
-    // Whether the navigation stacks are still sliding.
-    bool stacksBusy() const
-    {
-        QList<QQuickItem *> pending{root()};
-        while (!pending.isEmpty()) {
-            QQuickItem *item = pending.takeLast();
-            if (item->objectName() == QLatin1String("controllerStack")
-                && item->property("busy").toBool())
-                return true;
-            pending += item->childItems();
-        }
-        return false;
-    }
-
-    // Taps the middle of `item` once the stacks are still and the item has stopped moving (sheets
-    // slide in), as a user would.
-    void click(QQuickItem *item)
-    {
-        QVERIFY(item);
-        QPointer<QQuickItem> target(item);
-        QPointF centre;
-        QVERIFY(QTest::qWaitFor([&] {
-            if (!target || stacksBusy())
-                return false;
-            const QPointF now
-                    = target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
-            const bool still = now == centre;
-            centre = now;
-            return still;
-        }));
-        QVERIFY2(QRectF(0, 0, 375, 667).contains(centre), "the item is outside the window");
-        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centre.toPoint());
-    }
+    void click(QQuickItem *item) { QVERIFY(tarvel::test::tapWhenStill(m_window.get(), item)); }
 
     // Whether the page shows its top: the cover right under the bar, not scrolled away.
     bool coverAtTop()

@@ -88,31 +88,12 @@ inline void resetSharedState()
     platform::UserDefaults::standard().removeObjectForKey(QStringLiteral("cartnum"));
 }
 
-// The visible items named `name` under `root`, searched through the visual tree (views and
-// loaders do not make their items QObject children).
-inline void collectVisible(QQuickItem *root, const QString &name, QList<QQuickItem *> *found)
-{
-    if (!root->isVisible())
-        return;
-    if (root->objectName() == name)
-        found->append(root);
-    for (QQuickItem *child : root->childItems())
-        collectVisible(child, name, found);
-}
-
-inline QList<QQuickItem *> visibleItems(QQuickItem *root, const QString &name)
-{
-    QList<QQuickItem *> found;
-    collectVisible(root, name, &found);
-    return found;
-}
-
 // Whether every grid cell inside the window shows its loaded cover (and there is one at least).
 inline bool coversOnScreenLoaded(QQuickWindow *window)
 {
     int onScreen = 0;
     for (QQuickItem *cell :
-         visibleItems(window->contentItem(), QStringLiteral("homePageViewCell"))) {
+         findAllNamed(window->contentItem(), QStringLiteral("homePageViewCell"))) {
         const QRectF box = cell->mapRectToScene(QRectF(0, 0, cell->width(), cell->height()));
         if (!box.intersects(QRectF(0, 0, window->width(), window->height())))
             continue;

@@ -109,14 +109,14 @@ private slots:
         const QString gameId = home->arraySource().at(index).id;
 
         // Tap its cover on screen.
-        QQuickItem *grid = visibleItems(window->contentItem(), QStringLiteral("homeGrid")).value(0);
+        QQuickItem *grid = findAllNamed(window->contentItem(), QStringLiteral("homeGrid")).value(0);
         QVERIFY(grid);
         QMetaObject::invokeMethod(grid, "positionViewAtIndex", Q_ARG(int, index), Q_ARG(int, 2));
         QQuickItem *cover = nullptr;
         QVERIFY(QTest::qWaitFor(
                 [&] {
                     for (QQuickItem *cell :
-                         visibleItems(window->contentItem(), QStringLiteral("homePageViewCell"))) {
+                         findAllNamed(window->contentItem(), QStringLiteral("homePageViewCell"))) {
                         if (cell->parentItem()->property("index").toInt() == index)
                             cover = cell;
                     }

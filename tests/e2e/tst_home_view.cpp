@@ -141,7 +141,7 @@ private slots:
         snapshot(QStringLiteral("home.png"));
 
         // Tapping a cover opens the game.
-        const QList<QQuickItem *> cells = visibleItems(m_root, QStringLiteral("homePageViewCell"));
+        const QList<QQuickItem *> cells = findAllNamed(m_root, QStringLiteral("homePageViewCell"));
         QVERIFY(!cells.isEmpty());
         click(cells.first());
         QTRY_VERIFY(isGoodsDetail(m_navigation->topViewController()));
@@ -153,7 +153,7 @@ private slots:
         QVERIFY(show(home));
         QVERIFY(QTest::qWaitFor([&] { return home->pageNum() == 2; }, 15000));
         QTRY_VERIFY_WITH_TIMEOUT(!home->refreshHeader()->isRefreshing(), 5000);
-        auto *grid = visibleItems(m_root, QStringLiteral("homeGrid")).value(0);
+        auto *grid = findAllNamed(m_root, QStringLiteral("homeGrid")).value(0);
         QVERIFY(grid);
         QVERIFY(waitForFrame());
         QMetaObject::invokeMethod(grid, "positionViewAtEnd");
@@ -169,7 +169,7 @@ private slots:
         auto *home = new TabOneViewController;
         QVERIFY(show(home));
         QVERIFY(QTest::qWaitFor([&] { return home->pageNum() == 2; }, 15000));
-        auto *banners = visibleItems(m_root, QStringLiteral("homeBanners")).value(0);
+        auto *banners = findAllNamed(m_root, QStringLiteral("homeBanners")).value(0);
         QVERIFY(banners);
         QVERIFY(waitForFrame());
         // A flick to the left settles on the next picture.

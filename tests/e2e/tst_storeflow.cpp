@@ -28,21 +28,10 @@
 
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 
+using tarvel::test::findAllNamed;
 using tarvel::test::findNamed;
 
 namespace {
-
-QList<QQuickItem *> findAllNamed(QQuickItem *root, const QString &name)
-{
-    QList<QQuickItem *> found;
-    if (!root->isVisible())
-        return found;
-    if (root->objectName() == name)
-        found.append(root);
-    for (QQuickItem *child : root->childItems())
-        found += findAllNamed(child, name);
-    return found;
-}
 
 int freePort()
 {
@@ -82,15 +71,7 @@ private:
 
     QQuickItem *root() const { return m_window->contentItem(); }
 
-    // Whether a navigation stack is still sliding.
-    bool stacksBusy() const
-    {
-        for (QQuickItem *stack : findAllNamed(root(), QStringLiteral("controllerStack"))) {
-            if (stack->property("busy").toBool())
-                return true;
-        }
-        return false;
-    }
+    bool stacksBusy() const { return tarvel::test::stacksBusy(root()); }
 
     // The item, once it shows.
     QQuickItem *waitNamed(const QString &name)
@@ -101,25 +82,7 @@ private:
         return found;
     }
 
-    // Taps the middle of `item` once the stacks are still and the item has stopped moving.
-    void click(QQuickItem *item)
-    {
-        QVERIFY(item);
-        QPointer<QQuickItem> target(item);
-        QPointF centre;
-        QVERIFY(QTest::qWaitFor([&] {
-            if (!target || stacksBusy())
-                return false;
-            const QPointF now
-                    = target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
-            const bool still = now == centre;
-            centre = now;
-            return still;
-        }));
-        QVERIFY2(QRectF(0, 0, m_window->width(), m_window->height()).contains(centre),
-                 "the item is outside the window");
-        QTest::mouseClick(m_window, Qt::LeftButton, {}, centre.toPoint());
-    }
+    void click(QQuickItem *item) { QVERIFY(tarvel::test::tapWhenStill(m_window, item)); }
 
     void clickAt(const QPoint &point) { QTest::mouseClick(m_window, Qt::LeftButton, {}, point); }
 

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <QList>
 #include <QMessageLogContext>
+#include <QPointer>
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QString>
 #include <QStringList>
+#include <QTest>
 
 // Looking into a Qt Quick scene the way a user sees it. The searches walk the visual tree, since
 // views, repeaters and loaders do not make their items QObject children.
@@ -35,6 +39,52 @@ inline QQuickItem *findNamed(QQuickItem *root, const QString &name)
             return found;
     }
     return nullptr;
+}
+
+// Every shown item named `name`.
+inline QList<QQuickItem *> findAllNamed(QQuickItem *root, const QString &name)
+{
+    QList<QQuickItem *> found;
+    if (!root || !root->isVisible())
+        return found;
+    if (root->objectName() == name)
+        found.append(root);
+    for (QQuickItem *child : root->childItems())
+        found += findAllNamed(child, name);
+    return found;
+}
+
+// Whether a navigation stack under `root` is still sliding.
+inline bool stacksBusy(QQuickItem *root)
+{
+    for (QQuickItem *stack : findAllNamed(root, QStringLiteral("controllerStack"))) {
+        if (stack->property("busy").toBool())
+            return true;
+    }
+    return false;
+}
+
+// Taps the middle of `item` as a user would: once the stacks are still and the item has stopped
+// moving (sheets slide in). False when the item goes away, never settles or lies outside the
+// window.
+inline bool tapWhenStill(QQuickWindow *window, QQuickItem *item)
+{
+    if (!window || !item)
+        return false;
+    QPointer<QQuickItem> target(item);
+    QPointF centre;
+    const bool settled = QTest::qWaitFor([&] {
+        if (!target || stacksBusy(window->contentItem()))
+            return false;
+        const QPointF now = target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
+        const bool still = now == centre;
+        centre = now;
+        return still;
+    });
+    if (!settled || !QRectF(0, 0, window->width(), window->height()).contains(centre))
+        return false;
+    QTest::mouseClick(window, Qt::LeftButton, {}, centre.toPoint());
+    return true;
 }
 
 // The first shown text item showing exactly `text`.
