@@ -4,8 +4,11 @@ BUILD_DIR := build/$(PRESET)
 
 .PHONY: run test deps configure build format bench clean
 
-run: deps build
-	./scripts/run.sh $(BUILD_DIR)
+# Builds only the app and the store, optimised, in build/run, then starts them.
+run: deps
+	cmake --preset run
+	cmake --build --preset run
+	./scripts/run.sh build/run
 
 test: deps
 	cmake --preset ci

@@ -29,7 +29,11 @@ struct Load
     double requestsPerSecond = 0;
     double p50Ms = 0;
     double p99Ms = 0;
-    bool ok = false;
+    qint64 requests = 0;
+    qint64 errorAnswers = 0; // answers outside 2xx and 3xx
+    qint64 socketErrors = 0;
+    bool measured = false;
+    bool ok() const { return measured && requests > 0 && errorAnswers == 0 && socketErrors == 0; }
 };
 
 struct Target
@@ -84,16 +88,25 @@ Load runWrk(const QString &wrk, const QString &url, const QString &cookie, int s
             = QRegularExpression(QStringLiteral("\\s50%\\s+([0-9.]+)(us|ms|s)")).match(output);
     const auto p99
             = QRegularExpression(QStringLiteral("\\s99%\\s+([0-9.]+)(us|ms|s)")).match(output);
-    const bool errors = output.contains(QLatin1String("Non-2xx"))
-                        || output.contains(QLatin1String("Socket errors"));
-    if (rate.hasMatch() && p50.hasMatch() && p99.hasMatch()) {
+    const auto total = QRegularExpression(QStringLiteral("(\\d+) requests in")).match(output);
+    const auto non2xx = QRegularExpression(QStringLiteral("Non-2xx or 3xx responses:\\s+(\\d+)"))
+                                .match(output);
+    const auto socket
+            = QRegularExpression(QStringLiteral("Socket errors: connect (\\d+), read (\\d+), "
+                                                "write (\\d+), timeout (\\d+)"))
+                      .match(output);
+    if (rate.hasMatch() && p50.hasMatch() && p99.hasMatch() && total.hasMatch()) {
         load.requestsPerSecond = rate.captured(1).toDouble();
         load.p50Ms = milliseconds(p50.captured(1), p50.captured(2));
         load.p99Ms = milliseconds(p99.captured(1), p99.captured(2));
-        load.ok = !errors;
+        load.requests = total.captured(1).toLongLong();
+        load.measured = true;
     }
-    if (errors)
-        std::printf("  note: wrk saw errors for %s:\n%s\n", qPrintable(url), qPrintable(output));
+    if (non2xx.hasMatch())
+        load.errorAnswers = non2xx.captured(1).toLongLong();
+    if (socket.hasMatch())
+        for (int i = 1; i <= 4; ++i)
+            load.socketErrors += socket.captured(i).toLongLong();
     return load;
 }
 
@@ -121,13 +134,17 @@ QString nginxConfig(const QString &prefix, int port)
             .arg(port);
 }
 
+// The ratio compares like with like only: both sides answered every request with success.
 void printRow(const Target &target, const Load &store, const Load &nginx)
 {
-    const double ratio
-            = nginx.requestsPerSecond > 0 ? store.requestsPerSecond / nginx.requestsPerSecond : 0;
-    std::printf("%-44s %10.0f %8.2f %8.2f   %10.0f %8.2f %8.2f   %6.2f\n", qPrintable(target.name),
-                store.requestsPerSecond, store.p50Ms, store.p99Ms, nginx.requestsPerSecond,
-                nginx.p50Ms, nginx.p99Ms, ratio);
+    std::printf("%-40s %10.0f %8.2f %8.2f %7lld   %10.0f %8.2f %8.2f %7lld   ",
+                qPrintable(target.name), store.requestsPerSecond, store.p50Ms, store.p99Ms,
+                store.errorAnswers + store.socketErrors, nginx.requestsPerSecond, nginx.p50Ms,
+                nginx.p99Ms, nginx.errorAnswers + nginx.socketErrors);
+    if (store.ok() && nginx.ok() && nginx.requestsPerSecond > 0)
+        std::printf("%6.2f\n", store.requestsPerSecond / nginx.requestsPerSecond);
+    else
+        std::printf("%6s\n", "-");
 }
 
 } // namespace
@@ -198,6 +215,16 @@ int main(int argc, char *argv[])
                   answer ? answer->body : std::string());
     }
     writeFile(prefix + QStringLiteral("/nginx.conf"), nginxConfig(prefix, nginxPort).toStdString());
+    // nginx's workers drop to an unprivileged user when started as root; the temporary folder is
+    // owner-only, so open the path to the bodies for reading.
+    for (QString dir = prefix + QStringLiteral("/www"); dir.startsWith(work.path());
+         dir = QFileInfo(dir).absolutePath()) {
+        QFile::setPermissions(dir, QFile::permissions(dir) | QFileDevice::ReadOther
+                                           | QFileDevice::ExeOther | QFileDevice::ReadGroup
+                                           | QFileDevice::ExeGroup);
+        if (dir == work.path())
+            break;
+    }
     QProcess staticServer;
     staticServer.start(nginx, {QStringLiteral("-p"), prefix, QStringLiteral("-c"),
                                prefix + QStringLiteral("/nginx.conf")});
@@ -207,8 +234,8 @@ int main(int argc, char *argv[])
     std::printf("tarvel-store under wrk (2 threads, 16 connections, %d s each) next to nginx "
                 "serving the same bodies\n\n",
                 seconds);
-    std::printf("%-44s %10s %8s %8s   %10s %8s %8s   %6s\n", "request", "store r/s", "p50 ms",
-                "p99 ms", "nginx r/s", "p50 ms", "p99 ms", "ratio");
+    std::printf("%-40s %10s %8s %8s %7s   %10s %8s %8s %7s   %6s\n", "request", "store r/s",
+                "p50 ms", "p99 ms", "errors", "nginx r/s", "p50 ms", "p99 ms", "errors", "ratio");
     bool goalMet = true;
     for (const Target &target : targets) {
         const Load storeLoad = runWrk(wrk, storeBase + target.path,
@@ -218,7 +245,7 @@ int main(int argc, char *argv[])
                          QString(), seconds);
         printRow(target, storeLoad, staticLoad);
         if (!target.withSession)
-            goalMet &= storeLoad.ok && staticLoad.requestsPerSecond > 0
+            goalMet &= storeLoad.ok() && staticLoad.ok()
                        && storeLoad.requestsPerSecond >= 0.5 * staticLoad.requestsPerSecond
                        && storeLoad.p99Ms < 20;
     }
