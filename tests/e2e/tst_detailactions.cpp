@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "ScriptedHttpServer.h"
 #include "TestEnvironment.h"
@@ -81,7 +82,7 @@ private slots:
         signOut();
         platform::UserDefaults::standard().removeObjectForKey(QStringLiteral("cartnum"));
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         m_server.clearRequests();
     }
 
@@ -295,12 +296,12 @@ private slots:
         StackHarness harness;
         GoodsDetailViewController *detail = openLoaded(harness, QStringLiteral("1"));
         QVERIFY(detail);
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
 
         QVERIFY(detail->footerView()->buttonAddToCart()->tap());
         QVERIFY(waitForHud(QStringLiteral("添加成功")));
-        QCOMPARE(Hud::shared().records(),
-                 (QList<Hud::Record>{{Hud::Progress, QStringLiteral("正在添加..."), true},
+        QCOMPARE(HudRecorder::shared().records(),
+                 (QList<HudRecorder::Record>{{Hud::Progress, QStringLiteral("正在添加..."), true},
                                      {Hud::Success, QStringLiteral("添加成功"), false}}));
         QCOMPARE(storedCartNum(), QStringLiteral("3"));
         QCOMPARE(detail->footerView()->labelRedDot()->text(), QStringLiteral("3"));
@@ -318,7 +319,7 @@ private slots:
         QVERIFY(detail->footerView()->buttonAddToCart()->tap());
         QVERIFY(waitForHud(expected));
         QCOMPARE(Hud::shared().kind(), Hud::Error);
-        QVERIFY(!Hud::shared().history().contains(QStringLiteral("添加成功")));
+        QVERIFY(!HudRecorder::shared().history().contains(QStringLiteral("添加成功")));
     }
 
     void cartNumCookieRule_data()

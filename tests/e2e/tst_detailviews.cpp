@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
 #include "TestEnvironment.h"
@@ -275,7 +276,7 @@ private slots:
         snapshot(QStringLiteral("share_wechat_qr.png"));
 
         platform::ShareQrPrompt::shared().done();
-        QTRY_VERIFY(Hud::shared().history().contains(QStringLiteral("分享成功")));
+        QTRY_VERIFY(HudRecorder::shared().history().contains(QStringLiteral("分享成功")));
         QTRY_VERIFY(!platform::ShareQrPrompt::shared().isShown());
     }
 

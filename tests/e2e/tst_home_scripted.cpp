@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "ScriptedHttpServer.h"
 #include "TestEnvironment.h"
 #include "tst_home_fixture.h"
@@ -192,7 +193,7 @@ private slots:
         QCOMPARE(idsOf(home->arraySource()), QStringList({"7", "8"}));
         QCOMPARE(home->scrollBanner()->count(), 0);
         QCOMPARE(home->pageControl()->numberOfPages(), 0);
-        for (const Hud::Record &record : Hud::shared().records())
+        for (const HudRecorder::Record &record : HudRecorder::shared().records())
             QVERIFY(record.kind != Hud::Error);
     }
 

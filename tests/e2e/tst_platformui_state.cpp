@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "TestEnvironment.h"
 
 #include "platform/TextHolder.h"
@@ -26,7 +27,7 @@ private slots:
     void init()
     {
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         Hud::shared().setAutoDismissInterval(Hud::DefaultAutoDismissMs);
         AlertCenter::shared().clear();
         UrlOpener::shared().setHandler({});
@@ -189,9 +190,9 @@ private slots:
         QCOMPARE(hud.text(), QStringLiteral("请输入密码"));
         QCOMPARE(hud.kind(), Hud::Error);
         QVERIFY(!hud.isMasked());
-        QCOMPARE(hud.history(), (QStringList{"正在登录...", "请输入密码"}));
-        QCOMPARE(hud.records().constFirst(),
-                 (Hud::Record{Hud::Progress, QStringLiteral("正在登录..."), true}));
+        QCOMPARE(HudRecorder::shared().history(), (QStringList{"正在登录...", "请输入密码"}));
+        QCOMPARE(HudRecorder::shared().records().constFirst(),
+                 (HudRecorder::Record{Hud::Progress, QStringLiteral("正在登录..."), true}));
         hud.dismiss();
         QVERIFY(!hud.isVisible());
         QVERIFY(!hud.isMasked()); // a dismissed HUD blocks nothing

@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "tst_kits_support.h"
 
 #include "InProcessStore.h"
@@ -110,7 +111,7 @@ private slots:
         forgetMessages();
         LogRecorder::clear();
         platform::Hud::shared().dismiss();
-        platform::Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
     }
 
     void payloadBecomesARecord_data()
@@ -143,7 +144,7 @@ private slots:
         QFETCH(QVariantMap, record);
         app()->didReceiveRemoteNotification(notificationWith(payload));
         QCOMPARE(storedMessages(), QVariantList{record});
-        QVERIFY(platform::Hud::shared().history().isEmpty());
+        QVERIFY(HudRecorder::shared().history().isEmpty());
     }
 
     void listPayloadIsAFormatError_data()
@@ -160,7 +161,7 @@ private slots:
         QFETCH(QVariant, payload);
         app()->didReceiveRemoteNotification({{QStringLiteral("payload"), payload}});
         QVERIFY(storedMessages().isEmpty());
-        QCOMPARE(platform::Hud::shared().history(), QStringList{FormatError});
+        QCOMPARE(HudRecorder::shared().history(), QStringList{FormatError});
         QCOMPARE(platform::Hud::shared().kind(), platform::Hud::Error);
     }
 
@@ -208,7 +209,7 @@ private slots:
         else
             app()->didReceiveRemoteNotification(notification);
         QCOMPARE(storedMessages().size(), stored ? 1 : 0);
-        QVERIFY(platform::Hud::shared().history().isEmpty());
+        QVERIFY(HudRecorder::shared().history().isEmpty());
         // The background variant always tells the system it found new data.
         QCOMPARE(results, background ? QList{platform::BackgroundFetchResult::NewData}
                                      : QList<platform::BackgroundFetchResult>{});

@@ -10,8 +10,6 @@ GoodsDetailBottomView::GoodsDetailBottomView(QObject *parent)
     m_buttonOneKeyBuy = makeButton(OneKeyBuyButton, QStringLiteral("立即购买"));
     m_buttonAddToCart = makeButton(AddToCartButton, QStringLiteral("加入购物车"));
 
-    m_labelRedDot->setTextColor(Qt::white);
-    m_labelRedDot->setBackgroundColor(QColor(246, 66, 43));
     m_labelRedDot->setHidden(true);
     m_labelPrice->setTextColor(QColor(0xe4, 0x39, 0x3c));
 }

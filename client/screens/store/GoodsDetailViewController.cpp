@@ -36,7 +36,7 @@ GoodsDetailViewController::GoodsDetailViewController(QObject *parent)
     , m_tableMain(new platform::RowModel(
               {QStringLiteral("kind"), QStringLiteral("section"), QStringLiteral("rowIndex"),
                QStringLiteral("identifier"), QStringLiteral("tag"), QStringLiteral("title"),
-               QStringLiteral("styledTitle"), QStringLiteral("icon"), QStringLiteral("type"),
+               QStringLiteral("titleParts"), QStringLiteral("icon"), QStringLiteral("type"),
                QStringLiteral("lookTag"), QStringLiteral("hidden")},
               this))
 {

@@ -25,7 +25,6 @@ namespace {
 
 const QColor SortTitleColor(0x55, 0x55, 0x55);
 const QColor SortSelectedTitleColor(249, 145, 45);
-const QColor BadgeColor(246, 66, 43);
 
 // An address from the service: a path of the store itself is put under its base.
 QUrl browserAddress(const QString &url)
@@ -52,9 +51,9 @@ TabOneViewController::TabOneViewController(QObject *parent)
     : Q9FatherViewController(parent)
     , m_fieldSearch(new platform::TextField(this))
     , m_buttonRefresh(new platform::Button(this))
-    , m_pageControl(new ICPageControl(QRectF(), Qt::white, QColor(255, 255, 255, 120), this))
+    , m_pageControl(new ICPageControl(Qt::white, QColor(255, 255, 255, 120), this))
     , m_scrollBanner(new platform::RowModel(
-              {QStringLiteral("tag"), QStringLiteral("imageUrl"), QStringLiteral("x")}, this))
+              {QStringLiteral("tag"), QStringLiteral("imageUrl")}, this))
     , m_collectionMenu(new platform::RowModel(HomePageViewCell().row().keys(), this))
     , m_header(new platform::RefreshHeader(this))
     , m_footer(new platform::RefreshFooter(this))
@@ -80,12 +79,6 @@ void TabOneViewController::setScreenWidth(qreal width)
     emit geometryChanged();
     reloadBannerRows();
     reloadCells();
-}
-
-qreal TabOneViewController::bannerHeight() const
-{
-    // The carousel pictures are 750 x 300.
-    return std::round(m_screenWidth * 0.4);
 }
 
 void TabOneViewController::viewDidLoad()
@@ -132,8 +125,6 @@ void TabOneViewController::makeCartBadge()
     if (m_labelRedDot)
         return;
     m_labelRedDot = new platform::Label(this);
-    m_labelRedDot->setBackgroundColor(BadgeColor);
-    m_labelRedDot->setTextColor(Qt::white);
     const QString stored
             = platform::UserDefaults::standard().objectForKey(QStringLiteral("cartnum")).toString();
     m_labelRedDot->setText(stored);
@@ -226,8 +217,6 @@ void TabOneViewController::showBanners(const QVariantList &entries)
 {
     m_arrayImageBanner = entries;
     reloadBannerRows();
-    const qreal width = 16 * entries.size() + 8;
-    m_pageControl->setFrame(QRectF((m_screenWidth - width) / 2, bannerHeight() - 20, width, 20));
     m_pageControl->setPageNum(int(entries.size()));
     m_pageControl->setCurrentPage(0);
 }
@@ -241,8 +230,7 @@ void TabOneViewController::reloadBannerRows()
                 = m_arrayImageBanner.at(tag).toMap().value(QStringLiteral("img")).toString();
         rows.append({{QStringLiteral("tag"), tag},
                      {QStringLiteral("imageUrl"),
-                      HomePageViewCell::imageUrlWithWidth(image, m_screenWidth, scale)},
-                     {QStringLiteral("x"), tag * m_screenWidth}});
+                      HomePageViewCell::imageUrlWithWidth(image, m_screenWidth, scale)}});
     }
     m_scrollBanner->setRows(rows);
 }
