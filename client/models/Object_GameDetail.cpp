@@ -14,12 +14,13 @@ QVariantList rawList(const QVariantMap &raw, const QString &key)
 
 void Object_GameDetail::completeWithRaw(const QVariantMap &raw)
 {
+    hasParent = raw.value(QStringLiteral("parent")).typeId() == QMetaType::QVariantMap;
     tags = rawList(raw, QStringLiteral("tags"));
     languages = rawList(raw, QStringLiteral("languages"));
     publishers = rawList(raw, QStringLiteral("publishers"));
-    dlcs = ICRuntimeHelper::analysArrayData<Object_DLCOrBind>(raw.value(QStringLiteral("dlcs")));
+    dlcs = ICRuntimeHelper::analysArrayData<Object_DLCOrBind>(raw.value(QStringLiteral("dlcs"))).value_or(QList<Object_DLCOrBind>());
     included_bundles = ICRuntimeHelper::analysArrayData<Object_DLCOrBind>(
-            raw.value(QStringLiteral("included_bundles")));
+            raw.value(QStringLiteral("included_bundles"))).value_or(QList<Object_DLCOrBind>());
 }
 
 QString Object_GameDetail::baseGameId() const

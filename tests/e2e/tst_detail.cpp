@@ -150,6 +150,9 @@ private slots:
         QTest::newRow("parent without the inner parent")
                 << QVariantMap{{"parent", QVariantMap{{"id", 1}}}} << QStringList{"0,3"} + always
                 << QStringLiteral("需要本体游戏才能使用该拓展包!");
+        QTest::newRow("parent present but empty")
+                << QVariantMap{{"parent", QVariantMap()}} << QStringList{"0,3"} + always
+                << QStringLiteral("需要本体游戏才能使用该拓展包!");
         QTest::newRow("null parent")
                 << QVariantMap{{"parent", QVariant::fromValue(nullptr)}} << always << QString();
         QTest::newRow("DLCs and bundles")

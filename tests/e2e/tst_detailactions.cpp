@@ -11,6 +11,7 @@
 #include "screens/purchase/TabThreeViewController.h"
 #include "screens/store/BindingPackageViewContoller.h"
 
+#include <QRegularExpression>
 #include <QSignalSpy>
 
 using namespace detailtest;
@@ -130,6 +131,30 @@ private slots:
         GoodsDetailViewController *detail = openScripted(harness, gameAnswer());
         QVERIFY(detail);
         detail->clickButtonLook(tag);
+        QCOMPARE(harness.top(), detail);
+        QCOMPARE(harness.depth(), 2);
+    }
+
+    void seeButtonOfABaseGameWithoutIdOnlyLogs_data()
+    {
+        QTest::addColumn<QVariantMap>("parent");
+        QTest::newRow("empty parent") << QVariantMap();
+        QTest::newRow("base game without an id")
+                << QVariantMap{{"parent", QVariantMap{{"title", "星际远征"}}}};
+    }
+
+    // The base-game row shows, but its see button has nothing to open: the page stays and the
+    // log says why.
+    void seeButtonOfABaseGameWithoutIdOnlyLogs()
+    {
+        QFETCH(QVariantMap, parent);
+        StackHarness harness;
+        GoodsDetailViewController *detail
+                = openScripted(harness, gameAnswer(QVariantMap{{"parent", parent}}));
+        QVERIFY(detail);
+        QVERIFY(!detail->cellForRowAtIndexPath(0, 3).isHidden());
+        QTest::ignoreMessage(QtInfoMsg, QRegularExpression("base game .* has no id"));
+        detail->clickButtonLook(0);
         QCOMPARE(harness.top(), detail);
         QCOMPARE(harness.depth(), 2);
     }

@@ -131,9 +131,13 @@ private slots:
         QTest::newRow("products/abc is not a game") << "http://shop.test/products/abc"
                                                     << ""
                                                     << "http://shop.test/products/abc";
+        // A relative address opens under the store, as a message's link does.
         QTest::newRow("bare 123 has too few components") << "123"
                                                          << ""
-                                                         << "123";
+                                                         << "{base}/123";
+        QTest::newRow("a relative page without its slash") << "help/faq"
+                                                           << ""
+                                                           << "{base}/help/faq";
         QTest::newRow("another folder") << "http://shop.test/games/123"
                                         << ""
                                         << "http://shop.test/games/123";

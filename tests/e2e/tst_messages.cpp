@@ -226,6 +226,9 @@ private slots:
                                         << "" << StoreBase + "/products/12/";
         QTest::newRow("other list") << "/news/12"
                                     << "" << StoreBase + "/news/12";
+        // A relative address opens under the store, as a carousel entry does.
+        QTest::newRow("a relative page without its slash") << "news/12"
+                                                           << "" << StoreBase + "/news/12";
     }
 
     void tapsFollowTheLinkRule()

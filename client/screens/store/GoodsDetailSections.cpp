@@ -100,7 +100,7 @@ GoodsDetailSections::Section GoodsDetailSections::notices(const Object_GameDetai
                     QStringLiteral("goodsDetail_warming_1"), AgeTone, !game.min_age.isEmpty()),
             link(GoodsDetailCell::BaseGameLink,
                  QStringLiteral("需要本体游戏%1才能使用该拓展包!").arg(baseGame), baseGame,
-                 LookBaseGame, !game.parent.isEmpty()),
+                 LookBaseGame, game.hasParent),
     };
 }
 

@@ -167,8 +167,12 @@ QString GoodsDetailViewController::titleForHeaderInSection(int section) const
 void GoodsDetailViewController::clickButtonLook(int tag)
 {
     if (tag == GoodsDetailSections::LookBaseGame) {
-        if (m_parentID.isEmpty())
+        // A base game without an id has nothing to open: the tap does nothing the user sees.
+        if (m_parentID.isEmpty()) {
+            qInfo("GoodsDetailViewController: the base game of %s has no id, nothing to open",
+                  qUtf8Printable(m_gameId));
             return;
+        }
         auto *baseGame = new GoodsDetailViewController;
         baseGame->setGameId(m_parentID);
         pushViewController(baseGame);

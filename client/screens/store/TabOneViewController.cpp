@@ -26,14 +26,6 @@ namespace {
 const QColor SortTitleColor(0x55, 0x55, 0x55);
 const QColor SortSelectedTitleColor(249, 145, 45);
 
-// An address from the service: a path of the store itself is put under its base.
-QUrl browserAddress(const QString &url)
-{
-    if (url.startsWith(QLatin1Char('/')))
-        return QUrl(ApiBaseUrl() + url);
-    return QUrl(url);
-}
-
 } // namespace
 
 const QList<TabOneViewController::SortTab> &TabOneViewController::sortTabs()
@@ -271,7 +263,8 @@ void TabOneViewController::clickImageBanner(int tag)
         pushGoodsDetail(this, components.last());
         return;
     }
-    platform::UrlOpener::shared().openURL(browserAddress(url));
+    // A relative address is the store's page, as for a message's link (absoluteAddress).
+    platform::UrlOpener::shared().openURL(QUrl(absoluteAddress(url)));
 }
 
 void TabOneViewController::scrollViewDidEndDecelerating(qreal contentOffsetX)
