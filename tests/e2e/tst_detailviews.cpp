@@ -90,7 +90,7 @@ private:
     // Lets animations end and the window draw, then writes it out.
     void snapshot(const QString &name)
     {
-        QTest::qWait(450);
+        QVERIFY(tarvel::test::waitForStillScene(m_window.get()));
         QVERIFY(WindowSnapshot::save(m_window.get(), artifact(name)));
     }
 
@@ -264,8 +264,7 @@ private slots:
         GoodsDetailViewController *detail = openShown(QStringLiteral("34"));
         QVERIFY(detail);
         detail->rightBarItem()->tap();
-        QVERIFY(waitNamed(QStringLiteral("shareTarget5001")));
-        QTest::qWait(400);
+        // The click waits for the sheet to stop sliding.
         click(waitNamed(QStringLiteral("shareTarget5001")));
         QTRY_VERIFY(platform::ShareQrPrompt::shared().isShown());
         QVERIFY(!detail->shareView()->isShown());

@@ -333,7 +333,7 @@ private slots:
         QTRY_COMPARE(stack->depth(), 2);
         QTRY_VERIFY(phone.findText(QStringLiteral("消息")));
         QTRY_VERIFY(phone.findText(QStringLiteral("2024-07-02 21:35")));
-        QTest::qWait(400); // the push slide
+        QVERIFY(tarvel::test::waitForStillScene(phone.window())); // the push slide
         QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("message-detail.png")));
 

@@ -98,9 +98,9 @@ private:
     }
 
     // Lets slides and fades finish and the window draw the result.
-    void waitForAnimations(int ms = 450)
+    void waitForAnimations()
     {
-        QTest::qWait(ms);
+        QVERIFY(tarvel::test::waitForStillScene(m_window));
         settle();
         QVERIFY(waitForFrame());
     }
@@ -165,7 +165,7 @@ private slots:
         AppDelegate::shared()->setLabelRedDot(&badge);
         platform::UserDefaults::standard().setObject(QStringLiteral("3"),
                                                      QStringLiteral("cartnum"));
-        waitForAnimations(50);
+        waitForAnimations();
         QQuickItem *dot = findItem(root(), QStringLiteral("cartBadge"));
         QVERIFY(dot && dot->isVisible());
         QVERIFY(findText(dot, QStringLiteral("3")));
@@ -196,7 +196,7 @@ private slots:
     {
         launchAndShow();
         click(findItem(root(), QStringLiteral("tabButton3")));
-        waitForAnimations(50);
+        waitForAnimations();
         QCOMPARE(launchedTabBar()->selectedIndex(), 3);
         QCOMPARE(AppDelegate::shared()->window()->presentedCount(), 0);
         QVERIFY(qobject_cast<MyMessageViewController *>(
@@ -210,13 +210,13 @@ private slots:
                 shelltest::userWithPhone(QStringLiteral("13800138000")));
         launchAndShow();
         click(findItem(root(), QStringLiteral("tabButton1")));
-        waitForAnimations(100);
+        waitForAnimations();
         QCOMPARE(launchedTabBar()->selectedIndex(), 1);
         QVERIFY(findText(root(), QStringLiteral("购物车")));
         snapshot(QStringLiteral("shell_cart_tab.png"));
 
         click(findItem(root(), QStringLiteral("tabButton2")));
-        waitForAnimations(100);
+        waitForAnimations();
         QCOMPARE(launchedTabBar()->selectedIndex(), 2);
         QVERIFY(findText(root(), QStringLiteral("我的Tarvel")));
         QVERIFY(findText(root(), QStringLiteral("演示玩家")));
@@ -253,9 +253,9 @@ private slots:
         QQuickItem *pages = findItem(root(), QStringLiteral("guidePages"));
         QVERIFY(pages);
         swipeLeft();
-        waitForAnimations(800);
+        waitForAnimations();
         swipeLeft();
-        waitForAnimations(800);
+        waitForAnimations();
         auto *guide = qobject_cast<UserGuideViewController *>(
                 AppDelegate::shared()->window()->presentedViewControllerAt(0));
         QVERIFY(guide);

@@ -1,3 +1,4 @@
+#include "NetWorkReplies.h"
 #include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "ScriptedHttpServer.h"
@@ -238,7 +239,7 @@ private slots:
         NavRootViewController *signIn = presentSignIn();
         QVERIFY(signIn);
         typeAndSignIn(signIn, account, password);
-        QTest::qWait(100);
+        QCOMPARE(tarvel::test::repliesAlive(), 0); // refused before asking
         QCOMPARE(hudRecords(), QList<HudRecorder::Record>{errorHud(shown, true)});
         QCOMPARE(server.requestCount(), 0);
         QCOMPARE(m_window->presentedCount(), 1);
@@ -527,7 +528,7 @@ private slots:
         QCOMPARE(server.requests().at(1).method, QByteArray("GET"));
         QCOMPARE(server.requests().at(1).path, QStringLiteral("/cart.json"));
         QTRY_COMPARE(storedValue(QStringLiteral("cartnum")).toString(), cartCount);
-        QTest::qWait(50);
+        QTRY_COMPARE(tarvel::test::repliesAlive(), 0); // every answer handled: nothing changes it later
         QCOMPARE(storedValue(QStringLiteral("cartnum")).toString(), cartCount);
         // The cart read shows nothing of its own.
         QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{SigningIn, SignedIn}));
@@ -623,7 +624,7 @@ private slots:
         QVERIFY(phone.findText(QStringLiteral("登录"))); // the bar's title
         QVERIFY(phone.findText(QStringLiteral("找回密码")));
         QVERIFY(phone.findText(QStringLiteral("注册")));
-        QTest::qWait(400); // the sheet's slide
+        QVERIFY(tarvel::test::waitForStillScene(phone.window())); // the sheet's slide
         QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("signin.png")));
 
@@ -637,14 +638,15 @@ private slots:
         QCOMPARE(signIn->fieldUser()->text(), QStringLiteral("13800138000"));
         phone.click(phone.findItem(QStringLiteral("buttonLogin")));
         QCOMPARE(hudRecords(), QList<HudRecorder::Record>{errorHud(QStringLiteral("请输入密码"), true)});
-        QTest::qWait(200);
+        QVERIFY(tarvel::test::waitForStillScene(phone.window()));
+        QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("signin-error.png")));
         Hud::shared().dismiss();
 
         // The recovery link opens its page, which says the function is on its way.
         phone.click(phone.findItem(QStringLiteral("buttonForget")));
         QTRY_VERIFY(phone.findText(QStringLiteral("找回方式")));
-        QTest::qWait(400);
+        QVERIFY(tarvel::test::waitForStillScene(phone.window()));
         QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("findpassword.png")));
         QVERIFY2(tarvel::test::QmlWarnings::messages().isEmpty(),

@@ -88,7 +88,7 @@ private:
 
     void snapshot(const QString &name)
     {
-        QTest::qWait(450);
+        QVERIFY(tarvel::test::waitForStillScene(m_window));
         QVERIFY(WindowSnapshot::save(
                 m_window, QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name)));
     }

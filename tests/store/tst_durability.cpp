@@ -122,14 +122,13 @@ private slots:
         std::vector<std::thread> buyers;
         for (int i = 0; i < 4; ++i)
             buyers.emplace_back(buyer, 60 + i);
-        for (int waited = 0; waited < 3000; ++waited) {
-            {
-                std::lock_guard lock(answeredMutex);
-                if (answered.size() >= 60)
-                    break;
-            }
-            QTest::qWait(10);
-        }
+        // Until 60 orders are answered (or half a minute passes: the kill then comes anyway).
+        QTest::qWaitFor(
+                [&] {
+                    std::lock_guard lock(answeredMutex);
+                    return answered.size() >= 60;
+                },
+                30000);
         store.kill(); // SIGKILL while the buyers keep writing
         store.waitForFinished(10000);
         stop = true;
