@@ -120,6 +120,7 @@ void GoodsDetailViewController::webViewDidFinishLoad()
 {
     if (!m_sourceModel)
         return;
+    // The HTML is replaced by its plain text on purpose (the share text uses it too).
     m_sourceModel->raw_summary = m_webView->innerText();
     reloadData();
 }

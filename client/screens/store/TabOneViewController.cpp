@@ -277,6 +277,7 @@ void TabOneViewController::scrollViewDidEndDecelerating(qreal contentOffsetX)
 void TabOneViewController::textFieldShouldReturn()
 {
     m_fieldSearch->resignFirstResponder();
+    // An empty text is passed on as it is, intended: the search screen takes it as it stands.
     if (platform::NavigationController *navigation = navigationController())
         navigation->pushViewController(new SearchDetailViewController(m_fieldSearch->text()), true);
 }

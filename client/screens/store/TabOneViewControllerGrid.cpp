@@ -71,6 +71,8 @@ void TabOneViewController::loadNextPage()
                 if (games.isEmpty())
                     self->m_footer->noticeNoMoreData();
                 self->appendCells(games);
+                // Counted even for an empty page, as intended: the next pull asks for the page
+                // after it.
                 ++self->m_pageNum;
             },
             [self, generation](const QVariant &error, const QString &message,
