@@ -104,4 +104,3 @@ void Q9FatherViewController::setEndEdingAction()
 {
     emit endEditingRequested();
 }
-

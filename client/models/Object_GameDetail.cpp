@@ -18,9 +18,12 @@ void Object_GameDetail::completeWithRaw(const QVariantMap &raw)
     tags = rawList(raw, QStringLiteral("tags"));
     languages = rawList(raw, QStringLiteral("languages"));
     publishers = rawList(raw, QStringLiteral("publishers"));
-    dlcs = ICRuntimeHelper::analysArrayData<Object_DLCOrBind>(raw.value(QStringLiteral("dlcs"))).value_or(QList<Object_DLCOrBind>());
-    included_bundles = ICRuntimeHelper::analysArrayData<Object_DLCOrBind>(
-            raw.value(QStringLiteral("included_bundles"))).value_or(QList<Object_DLCOrBind>());
+    const auto records = [&raw](const QString &key) {
+        return ICRuntimeHelper::analysArrayData<Object_DLCOrBind>(raw.value(key))
+                .value_or(QList<Object_DLCOrBind>());
+    };
+    dlcs = records(QStringLiteral("dlcs"));
+    included_bundles = records(QStringLiteral("included_bundles"));
 }
 
 QString Object_GameDetail::baseGameId() const

@@ -48,9 +48,8 @@ void NetWorkHelper::getGameDetailWithGameId(const QString &gameId, const QString
 }
 
 void NetWorkHelper::searchGameWithQ(const QString &q, const QString &page,
-                                    const MutableStartFn &startFn,
-                                    const EndFn &endFn, const SuccessFn &successFn,
-                                    const FailureFn &failureFn)
+                                    const MutableStartFn &startFn, const EndFn &endFn,
+                                    const SuccessFn &successFn, const FailureFn &failureFn)
 {
     RequestParams params;
     params.insert(QStringLiteral("q"), q);

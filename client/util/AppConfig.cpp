@@ -27,5 +27,6 @@ QString absoluteAddress(const QString &address)
     if (address.startsWith(QLatin1String("http")))
         return address;
     const QString base = tarvel::config::apiBaseUrl();
-    return address.startsWith(QLatin1Char('/')) ? base + address : base + QLatin1Char('/') + address;
+    return address.startsWith(QLatin1Char('/')) ? base + address
+                                                : base + QLatin1Char('/') + address;
 }

@@ -337,7 +337,8 @@ private slots:
         const MutableStartFn addChannel = [](QVariantMap &params) {
             params.insert(QStringLiteral("channel"), QStringLiteral("app"));
         };
-        QTest::newRow("game list") << Operation([addChannel](NetWorkHelper *h, CallbackRecorder &r) {
+        QTest::newRow("game list") << Operation([addChannel](NetWorkHelper *h,
+                                                             CallbackRecorder &r) {
             h->getGameListWithType("latest", "2", addChannel, r.end(), r.success(), r.failure());
         }) << "/products.json" << QStringList{"type=latest", "page=2", "channel=app"};
         QTest::newRow("game detail") << Operation([addChannel](NetWorkHelper *h,
@@ -346,15 +347,14 @@ private slots:
         }) << "/products/42.json" << QStringList{"verbose=1", "channel=app"};
         QTest::newRow("search") << Operation([addChannel](NetWorkHelper *h, CallbackRecorder &r) {
             h->searchGameWithQ("星露谷", "3", addChannel, r.end(), r.success(), r.failure());
-        }) << "/store/search.json" << QStringList{"q=星露谷", "page=3", "channel=app"};
-        QTest::newRow("a changed value stays in its place")
-                << Operation([](NetWorkHelper *h, CallbackRecorder &r) {
-                       h->searchGameWithQ(
-                               "星露谷", "3",
-                               [](QVariantMap &params) { params[QStringLiteral("page")] = 5; },
-                               r.end(), r.success(), r.failure());
-                   })
-                << "/store/search.json" << QStringList{"q=星露谷", "page=5"};
+        }) << "/store/search.json"
+                                << QStringList{"q=星露谷", "page=3", "channel=app"};
+        QTest::newRow("a changed value stays in its place") << Operation([](NetWorkHelper *h,
+                                                                            CallbackRecorder &r) {
+            h->searchGameWithQ(
+                    "星露谷", "3", [](QVariantMap &params) { params[QStringLiteral("page")] = 5; },
+                    r.end(), r.success(), r.failure());
+        }) << "/store/search.json" << QStringList{"q=星露谷", "page=5"};
     }
 
     void sendsWhatStartFnAdds()

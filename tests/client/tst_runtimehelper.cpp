@@ -28,13 +28,11 @@ void TestRuntimeHelper::mapsArrays_data()
     const auto json = [](const char *text) { return QJsonDocument::fromJson(text).toVariant(); };
     QTest::newRow("dictionaries in order")
             << json(R"([{"id":"3"},{"id":1},{"id":"2"}])") << true << QStringList{"3", "1", "2"};
-    QTest::newRow("other elements skipped")
-            << json(R"([1,{"id":"a"},"x",null,[{"id":"z"}],{}])") << true
-            << QStringList{"a", QString()};
+    QTest::newRow("other elements skipped") << json(R"([1,{"id":"a"},"x",null,[{"id":"z"}],{}])")
+                                            << true << QStringList{"a", QString()};
     QTest::newRow("empty list") << json("[]") << true << QStringList{};
     QTest::newRow("dictionary") << json(R"({"id":"1"})") << false << QStringList{};
-    QTest::newRow("text") << QVariant(QStringLiteral("[{\"id\":\"1\"}]")) << false
-                          << QStringList{};
+    QTest::newRow("text") << QVariant(QStringLiteral("[{\"id\":\"1\"}]")) << false << QStringList{};
     QTest::newRow("null") << QVariant::fromValue(nullptr) << false << QStringList{};
     QTest::newRow("nil") << QVariant() << false << QStringList{};
 }

@@ -1,6 +1,6 @@
-#include "NetWorkReplies.h"
 #include "HudRecorder.h"
 #include "InProcessStore.h"
+#include "NetWorkReplies.h"
 #include "ScriptedHttpServer.h"
 #include "TestEnvironment.h"
 #include "tst_detailsupport.h"
@@ -328,7 +328,7 @@ private slots:
         QVERIFY(waitForHud(QStringLiteral("添加成功")));
         QCOMPARE(HudRecorder::shared().records(),
                  (QList<HudRecorder::Record>{{Hud::Progress, QStringLiteral("正在添加..."), true},
-                                     {Hud::Success, QStringLiteral("添加成功"), false}}));
+                                             {Hud::Success, QStringLiteral("添加成功"), false}}));
         QCOMPARE(storedCartNum(), QStringLiteral("3"));
         QCOMPARE(detail->footerView()->labelRedDot()->text(), QStringLiteral("3"));
         QVERIFY(!detail->footerView()->labelRedDot()->isHidden());

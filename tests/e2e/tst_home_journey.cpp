@@ -1,5 +1,5 @@
-#include "QuickTestItems.h"
 #include "InProcessStore.h"
+#include "QuickTestItems.h"
 #include "TestEnvironment.h"
 #include "tst_home_fixture.h"
 

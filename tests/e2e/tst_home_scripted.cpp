@@ -1,5 +1,5 @@
-#include "NetWorkReplies.h"
 #include "HudRecorder.h"
+#include "NetWorkReplies.h"
 #include "ScriptedHttpServer.h"
 #include "TestEnvironment.h"
 #include "tst_home_fixture.h"

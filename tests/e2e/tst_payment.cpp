@@ -356,8 +356,7 @@ private slots:
         QCOMPARE(m_reports, reports);
         // Only an answer WeChat's handler read ends the pending payment.
         QCOMPARE(app()->isWeChatPay(), pending && !handled);
-        QCOMPARE(HudRecorder::shared().history(),
-                 hud.isEmpty() ? QStringList() : QStringList{hud});
+        QCOMPARE(HudRecorder::shared().history(), hud.isEmpty() ? QStringList() : QStringList{hud});
     }
 
     void sheetScreenshot()

@@ -251,8 +251,9 @@ private slots:
                  QStringLiteral("http://s/products/34"));
         QCOMPARE(query.queryItemValue(QStringLiteral("title"), QUrl::FullyDecoded),
                  QStringLiteral("霓虹都市里的冒险。"));
-        QTRY_COMPARE(HudRecorder::shared().records(),
-                     (QList<HudRecorder::Record>{{Hud::Success, QStringLiteral("分享成功"), true}}));
+        QTRY_COMPARE(
+                HudRecorder::shared().records(),
+                (QList<HudRecorder::Record>{{Hud::Success, QStringLiteral("分享成功"), true}}));
     }
 
     // A reserved target that no platform serves fails with the kit's code and description.

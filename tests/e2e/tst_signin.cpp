@@ -1,6 +1,6 @@
-#include "NetWorkReplies.h"
 #include "HudRecorder.h"
 #include "InProcessStore.h"
+#include "NetWorkReplies.h"
 #include "ScriptedHttpServer.h"
 #include "StoreContext.h"
 #include "TestEnvironment.h"
@@ -265,8 +265,8 @@ private slots:
         QCOMPARE(server.lastRequest().formValue(QStringLiteral("account[password]")),
                  QStringLiteral("x"));
         QVERIFY(waitForOutcome(2));
-        QCOMPARE(hudRecords(),
-                 (QList<HudRecorder::Record>{SigningIn, errorHud(QStringLiteral("请输入账号"), true)}));
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{
+                                       SigningIn, errorHud(QStringLiteral("请输入账号"), true)}));
     }
 
     void signsInAndKeepsTheSession_data()
@@ -403,8 +403,8 @@ private slots:
         typeAndSignIn(signIn, QStringLiteral("13800138000"), DemoPassword);
         QVERIFY(waitForOutcome(2));
         QCOMPARE(hudRecords(),
-                 (QList<HudRecorder::Record>{SigningIn,
-                                     errorHud(QStringLiteral("网络通信错误，数据异常"), true)}));
+                 (QList<HudRecorder::Record>{
+                         SigningIn, errorHud(QStringLiteral("网络通信错误，数据异常"), true)}));
     }
 
     void fiveFailuresLockTheAccountAndOpenUnlock()
@@ -528,7 +528,8 @@ private slots:
         QCOMPARE(server.requests().at(1).method, QByteArray("GET"));
         QCOMPARE(server.requests().at(1).path, QStringLiteral("/cart.json"));
         QTRY_COMPARE(storedValue(QStringLiteral("cartnum")).toString(), cartCount);
-        QTRY_COMPARE(tarvel::test::repliesAlive(), 0); // every answer handled: nothing changes it later
+        QTRY_COMPARE(tarvel::test::repliesAlive(),
+                     0); // every answer handled: nothing changes it later
         QCOMPARE(storedValue(QStringLiteral("cartnum")).toString(), cartCount);
         // The cart read shows nothing of its own.
         QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{SigningIn, SignedIn}));
@@ -637,7 +638,8 @@ private slots:
             QTest::keyClick(phone.window(), key);
         QCOMPARE(signIn->fieldUser()->text(), QStringLiteral("13800138000"));
         phone.click(phone.findItem(QStringLiteral("buttonLogin")));
-        QCOMPARE(hudRecords(), QList<HudRecorder::Record>{errorHud(QStringLiteral("请输入密码"), true)});
+        QCOMPARE(hudRecords(),
+                 QList<HudRecorder::Record>{errorHud(QStringLiteral("请输入密码"), true)});
         QVERIFY(tarvel::test::waitForStillScene(phone.window()));
         QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("signin-error.png")));

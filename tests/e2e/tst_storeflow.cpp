@@ -1,6 +1,6 @@
 #include "InProcessStore.h"
-#include "StoreProcess.h"
 #include "QuickTestItems.h"
+#include "StoreProcess.h"
 #include "TestEnvironment.h"
 
 #include "app/AppDelegate.h"
@@ -24,7 +24,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
-#include <QTcpServer>
 #include <QTemporaryDir>
 
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
@@ -107,9 +106,9 @@ private slots:
         QVERIFY(m_storeFolder.isValid());
         // The store picks its port and says which; nothing can take it in between.
         const int port = tarvel::test::startStoreOnAnyPort(
-                m_storeProcess, {QStringLiteral("--db"),
-                                 m_storeFolder.filePath(QStringLiteral("store.sqlite")),
-                                 QStringLiteral("--quiet")});
+                m_storeProcess,
+                {QStringLiteral("--db"), m_storeFolder.filePath(QStringLiteral("store.sqlite")),
+                 QStringLiteral("--quiet")});
         QVERIFY(port > 0);
         m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
         QVERIFY(QTest::qWaitFor(

@@ -31,8 +31,8 @@ private:
     // Starts the program on a port it picks itself and returns that port.
     static int start(QProcess &process, const QStringList &arguments)
     {
-        return tarvel::test::startStoreOnAnyPort(process,
-                                                 arguments + QStringList{QStringLiteral("--quiet")});
+        return tarvel::test::startStoreOnAnyPort(
+                process, arguments + QStringList{QStringLiteral("--quiet")});
     }
 
     static std::pair<httplib::Headers, std::string> signIn(httplib::Client &http)

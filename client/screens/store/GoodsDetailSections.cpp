@@ -108,7 +108,7 @@ GoodsDetailSections::Section GoodsDetailSections::facts(const Object_GameDetail 
 {
     return {
             fact(QStringLiteral("发行商"), firstName(game.publishers)),
-            // The inner spaces are intended: two-character labels line up with three-character ones.
+            // Inner spaces intended: two-character labels line up with three-character ones.
             fact(QStringLiteral("类   型"), joinedNames(game.tags)),
             fact(QStringLiteral("发售日"), releaseDay(game.release_date)),
             fact(QStringLiteral("载   体"), game.pubtype),

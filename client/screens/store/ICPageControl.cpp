@@ -1,7 +1,6 @@
 #include "screens/store/ICPageControl.h"
 
-ICPageControl::ICPageControl(const QColor &currentColor, const QColor &tintColor,
-                             QObject *parent)
+ICPageControl::ICPageControl(const QColor &currentColor, const QColor &tintColor, QObject *parent)
     : QObject(parent)
     , m_currentColor(currentColor)
     , m_tintColor(tintColor)

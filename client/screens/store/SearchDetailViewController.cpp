@@ -105,7 +105,9 @@ void SearchDetailViewController::refreshData()
                 if (!self || !self->isCurrentSearch(generation))
                     return;
                 self->m_pageNum = 2;
-                self->m_arraySource = ICRuntimeHelper::analysArrayData<Object_SearchGames>(data).value_or(QList<Object_SearchGames>());
+                self->m_arraySource
+                        = ICRuntimeHelper::analysArrayData<Object_SearchGames>(data).value_or(
+                                QList<Object_SearchGames>());
                 self->reloadCells();
                 self->showCountLine();
             },
@@ -134,7 +136,9 @@ void SearchDetailViewController::loadData()
                 if (!self || !self->isCurrentSearch(generation))
                     return;
                 ++self->m_pageNum;
-                self->appendCells(ICRuntimeHelper::analysArrayData<Object_SearchGames>(data).value_or(QList<Object_SearchGames>()));
+                self->appendCells(
+                        ICRuntimeHelper::analysArrayData<Object_SearchGames>(data).value_or(
+                                QList<Object_SearchGames>()));
                 self->showCountLine();
             },
             [self, generation](const QVariant &, const QString &message, const QVariant &) {

@@ -44,8 +44,8 @@ TabOneViewController::TabOneViewController(QObject *parent)
     , m_fieldSearch(new platform::TextField(this))
     , m_buttonRefresh(new platform::Button(this))
     , m_pageControl(new ICPageControl(Qt::white, QColor(255, 255, 255, 120), this))
-    , m_scrollBanner(new platform::RowModel(
-              {QStringLiteral("tag"), QStringLiteral("imageUrl")}, this))
+    , m_scrollBanner(
+              new platform::RowModel({QStringLiteral("tag"), QStringLiteral("imageUrl")}, this))
     , m_collectionMenu(new platform::RowModel(HomePageViewCell().row().keys(), this))
     , m_header(new platform::RefreshHeader(this))
     , m_footer(new platform::RefreshFooter(this))

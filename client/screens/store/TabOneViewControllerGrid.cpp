@@ -34,7 +34,9 @@ void TabOneViewController::loadFirstPage()
                 if (!self || !self->isCurrentList(generation))
                     return;
                 self->m_footer->resetNoMoreData();
-                self->m_arraySource = ICRuntimeHelper::analysArrayData<Object_HomeGames>(data).value_or(QList<Object_HomeGames>());
+                self->m_arraySource
+                        = ICRuntimeHelper::analysArrayData<Object_HomeGames>(data).value_or(
+                                QList<Object_HomeGames>());
                 self->reloadCells();
                 self->m_pageNum = 2;
             },
@@ -67,7 +69,8 @@ void TabOneViewController::loadNextPage()
                     return;
                 // An answer that is not a list counts as an empty page.
                 const QList<Object_HomeGames> games
-                        = ICRuntimeHelper::analysArrayData<Object_HomeGames>(data).value_or(QList<Object_HomeGames>());
+                        = ICRuntimeHelper::analysArrayData<Object_HomeGames>(data).value_or(
+                                QList<Object_HomeGames>());
                 if (games.isEmpty())
                     self->m_footer->noticeNoMoreData();
                 self->appendCells(games);
