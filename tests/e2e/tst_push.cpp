@@ -5,6 +5,7 @@
 #include "platform/UserDefaults.h"
 #include "platform/kits/Application.h"
 #include "platform/kits/GeTuiSdk.h"
+#include "platform/kits/KitStorage.h"
 #include "platform/ui/Hud.h"
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/TabBarController.h"
@@ -85,6 +86,14 @@ private:
                   && reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == 200;
         reply->deleteLater();
         return ok;
+    }
+
+    // The id of the last channel message the push kit has dealt with (delivered or dropped).
+    static qint64 channelProgress()
+    {
+        return platform::KitStorage::value(
+                       QStringLiteral("getui/%1/after").arg(GeTuiSdk::clientId()))
+                .toLongLong();
     }
 
     static QVariantMap channelRecord(const QString &title, const QString &content)
@@ -347,9 +356,10 @@ private slots:
         QCOMPARE(payload["title"].toString(), QStringLiteral("夏日特惠"));
 
         // In the background nothing arrives; a background fetch brings it.
+        // Entering the background stops the polling at once, so nothing can come in.
         app()->applicationDidEnterBackground();
+        QVERIFY(GeTuiSdk::isInBackground());
         QVERIFY(sendThroughChannel(QStringLiteral("后台消息"), QStringLiteral("稍后送达")));
-        QTest::qWait(600);
         QCOMPARE(storedMessages().size(), 1);
         QList<platform::BackgroundFetchResult> results;
         app()->performFetchWithCompletionHandler(
@@ -359,8 +369,10 @@ private slots:
 
         // With push off, messages sent meanwhile are dropped.
         GeTuiSdk::setPushModeForOff(true);
+        const qint64 handled = channelProgress();
         QVERIFY(sendThroughChannel(QStringLiteral("不该收到"), QStringLiteral("推送已关闭")));
-        QTest::qWait(600);
+        QTRY_VERIFY(channelProgress() > handled); // taken off the channel and dropped
+        QCOMPARE(storedMessages().size(), 2);
         GeTuiSdk::setPushModeForOff(false);
         QVERIFY(sendThroughChannel(QStringLiteral("恢复推送"), QStringLiteral("又能收到了")));
         QTRY_COMPARE(storedMessages().size(), 3);
