@@ -7,7 +7,8 @@ Rectangle {
     id: page
     property ViewController controller: null
 
-    color: Theme.pageBackground
+    color: controller && controller.backgroundColor !== undefined ? controller.backgroundColor
+                                                                 : Theme.pageBackground
 
     Column {
         anchors.centerIn: parent

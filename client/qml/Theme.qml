@@ -10,10 +10,10 @@ QtObject {
     readonly property color navigationBarDark: Qt.rgba(42 / 255, 72 / 255, 140 / 255, 1)
     readonly property color navigationBarDeep: "#1d3566"
     readonly property color navigationTitle: "white"
-    readonly property color barItemTitle: Qt.rgba(110 / 255, 185 / 255, 43 / 255, 1)
 
     // Surfaces
     readonly property color background: "#efeff4"
+    // Pages of controllers that are not screens (screens paint their base's background).
     readonly property color pageBackground: Qt.rgba(210 / 255, 210 / 255, 210 / 255, 1)
     readonly property color listBackground: "#f2f2f5"
     readonly property color cardBackground: "white"
