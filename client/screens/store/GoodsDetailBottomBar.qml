@@ -70,7 +70,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         visible: price !== null && !price.hidden
         text: price ? price.text : ""
-        color: price ? price.textColor : Theme.price
+        color: Theme.price
         font.pixelSize: Theme.fontTitle2
         font.weight: Font.DemiBold
         elide: Text.ElideRight

@@ -11,7 +11,6 @@ GoodsDetailBottomView::GoodsDetailBottomView(QObject *parent)
     m_buttonAddToCart = makeButton(AddToCartButton, QStringLiteral("加入购物车"));
 
     m_labelRedDot->setHidden(true);
-    m_labelPrice->setTextColor(QColor(0xe4, 0x39, 0x3c));
 }
 
 platform::Button *GoodsDetailBottomView::makeButton(ButtonIndex index, const QString &title)
@@ -19,7 +18,6 @@ platform::Button *GoodsDetailBottomView::makeButton(ButtonIndex index, const QSt
     auto *button = new platform::Button(this);
     button->setTag(index);
     button->setTitle(title);
-    button->setTitleColor(Qt::white);
     connect(button, &platform::Button::clicked, this, [this, index] {
         if (m_buttonCartBlock)
             m_buttonCartBlock(index);

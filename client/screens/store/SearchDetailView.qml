@@ -60,6 +60,7 @@ Item {
         verticalAlignment: Text.AlignVCenter
         font.pixelSize: Theme.fontSubhead
         state: view.controller ? view.controller.labelTitle : null
+        color: Theme.textSecondary
     }
 
     GridView {

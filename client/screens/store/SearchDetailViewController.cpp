@@ -65,7 +65,6 @@ void SearchDetailViewController::setLoadViewAction()
     m_fieldSearch->setLeftImageName(QStringLiteral("common_search"));
     m_fieldSearch->setClearButtonShown(true);
     m_fieldSearch->setText(m_strSearch);
-    m_labelTitle->setTextColor(QColor(0x88, 0x88, 0x88));
     m_header->beginRefreshing();
 }
 

@@ -53,7 +53,6 @@ TabOneViewController::TabOneViewController(QObject *parent)
     setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/TabOneView.qml")));
     setTitleViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/TabOneTitleView.qml")));
     m_buttonRefresh->setTitle(QStringLiteral("暂无数据,点击刷新"));
-    m_buttonRefresh->setTitleColor(QColor(0x88, 0x88, 0x88));
     connect(m_buttonRefresh, &platform::Button::clicked, this, &TabOneViewController::refreshData);
     connect(m_fieldSearch, &platform::TextField::returnPressed, this,
             &TabOneViewController::textFieldShouldReturn);
