@@ -74,7 +74,8 @@ qint64 medianNanoseconds(const std::function<qsizetype()> &work, int budgetMs)
 QList<Object_HomeGames> mapPage(const QVariant &decoded)
 {
     const QVariant data = decoded.toMap().value(QStringLiteral("data"));
-    return ICRuntimeHelper::analysArrayData<Object_HomeGames>(data);
+    return ICRuntimeHelper::analysArrayData<Object_HomeGames>(data).value_or(
+            QList<Object_HomeGames>());
 }
 
 // The same mapping done the obvious way, looking each key up by name per record: the baseline the

@@ -106,7 +106,8 @@ void AppDelegate::applicationDidBecomeActive()
     // While WeChat (a kit's sheet) is in front, the app is not active, whatever the window says.
     if (platform::Application::shared().isCovered())
         return;
-    // Back without WeChat's answer: the order screen asks the service, whose answer decides.
+    // Back without WeChat's answer: true on purpose, the order screen then asks the service, whose
+    // answer decides.
     if (m_isWeChatPay)
         callWeChatBlock(true);
     m_isWeChatPay = false;

@@ -5,9 +5,9 @@
 #include <QRectF>
 #include <QtQml/qqmlregistration.h>
 
-// The drawn tab strip: a white band 49 points high along the bottom with a thin grey line on top,
-// and the red cart badge at the upper right of the cart tab. Positions are in points within the
-// strip, which is as wide as the screen (the view reports its width).
+// The drawn tab strip: a band 49 points high along the bottom with a thin grey line on top, and
+// the cart badge at the upper right of the cart tab. Positions are in points within the strip,
+// which is as wide as the screen (the view reports its width). Its colours are the Theme's.
 class ICTabBarView : public QObject
 {
     Q_OBJECT
@@ -15,14 +15,10 @@ class ICTabBarView : public QObject
     QML_UNCREATABLE("The tab strip belongs to its tab bar controller")
     Q_PROPERTY(qreal width READ width WRITE setWidth NOTIFY widthChanged)
     Q_PROPERTY(qreal height READ height CONSTANT)
-    Q_PROPERTY(QColor backgroundColor READ backgroundColor CONSTANT)
     Q_PROPERTY(QColor topLineColor READ topLineColor NOTIFY topLineChanged)
     Q_PROPERTY(qreal topLineWidth READ topLineWidth NOTIFY topLineChanged)
     Q_PROPERTY(int hideAnimationDuration READ hideAnimationDuration CONSTANT)
     Q_PROPERTY(qreal badgeSize READ badgeSize CONSTANT)
-    Q_PROPERTY(QColor badgeColor READ badgeColor CONSTANT)
-    Q_PROPERTY(QColor badgeTextColor READ badgeTextColor CONSTANT)
-    Q_PROPERTY(int badgeFontSize READ badgeFontSize CONSTANT)
     Q_PROPERTY(QRectF badgeRect READ badgeRect NOTIFY widthChanged)
 public:
     static constexpr qreal Height = 49;
@@ -34,7 +30,6 @@ public:
     qreal width() const { return m_width; }
     void setWidth(qreal width);
     qreal height() const { return Height; }
-    QColor backgroundColor() const { return Qt::white; }
     QColor topLineColor() const { return m_topLineColor; }
     qreal topLineWidth() const { return m_topLineWidth; }
     // The line across the top of the strip.
@@ -45,9 +40,6 @@ public:
     QRectF buttonFrame(int index, int count) const;
 
     qreal badgeSize() const { return 15; }
-    QColor badgeColor() const { return QColor(246, 66, 43); }
-    QColor badgeTextColor() const { return Qt::white; }
-    int badgeFontSize() const { return 9; }
     // Three points below the top, at three eighths of the width plus 4.
     QRectF badgeRect() const;
 

@@ -7,18 +7,21 @@
 
 namespace {
 
+// The shared look every screen starts with.
+const QColor DefaultBackgroundColor(210, 210, 210);
+const QColor DefaultNavTitleColor(Qt::white);
+constexpr int DefaultNavTitleFontSize = 16;
+const QColor DefaultNavBarColor(60, 102, 183);
 const QColor DefaultItemTitleColor(110, 185, 43);
-
-// Screens whose rows must receive taps; the end-editing tap never reaches them.
-constexpr const char *RowTappingScreens[] = {
-        "TabFiveViewController",     "LibraryViewController",   "BindingPackageViewContoller",
-        "GoodsDetailViewController", "MyMessageViewController", "TabThreeViewController",
-};
 
 } // namespace
 
 Q9FatherViewController::Q9FatherViewController(QObject *parent)
     : platform::ViewController(parent)
+    , m_backgroundColor(DefaultBackgroundColor)
+    , m_navTitleColor(DefaultNavTitleColor)
+    , m_navTitleFontSize(DefaultNavTitleFontSize)
+    , m_navBarColor(DefaultNavBarColor)
 {
     setHidesBottomBarWhenPushed(true);
     connect(leftBarItem(), &platform::BarButtonItem::triggered, this,
@@ -30,10 +33,10 @@ Q9FatherViewController::Q9FatherViewController(QObject *parent)
 void Q9FatherViewController::viewDidLoad()
 {
     platform::ViewController::viewDidLoad();
-    setBackgroundColor(QColor(210, 210, 210));
+    setBackgroundColor(DefaultBackgroundColor);
     setNavTitleWithString(QString());
-    setNavTitleAttributesWithTextColor(Qt::white, 16);
-    setNavBarBackgroundColor(QColor(60, 102, 183));
+    setNavTitleAttributesWithTextColor(DefaultNavTitleColor, DefaultNavTitleFontSize);
+    setNavBarBackgroundColor(DefaultNavBarColor);
     setNavLeftDefaultItemWithImageIcon(QStringLiteral("navLeftImageIcon"), QString());
     setNavRightDefaultItemWithImageIcon(QStringLiteral("navRightImageIcon"), QString());
     // After the subclass's own view-load code has run.
@@ -100,17 +103,4 @@ void Q9FatherViewController::hideTabBar(bool hidden)
 void Q9FatherViewController::setEndEdingAction()
 {
     emit endEditingRequested();
-}
-
-bool Q9FatherViewController::shouldReceiveEndEditingTap(bool touchedTextField,
-                                                        bool touchedTableCellContent) const
-{
-    if (touchedTextField || touchedTableCellContent)
-        return false;
-    const QLatin1StringView className(metaObject()->className());
-    for (const char *screen : RowTappingScreens) {
-        if (className == QLatin1StringView(screen))
-            return false;
-    }
-    return true;
 }

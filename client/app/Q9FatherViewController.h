@@ -12,6 +12,10 @@ class BarButtonItem;
 // background, blue bar, white 16-point title, the two default bar items) and then, one pass of the
 // main queue later, setLoadViewAction builds its view once; each time it is about to appear,
 // setRefleshDataAction (deferred the same way) loads or reloads its data.
+//
+// The look set here is the screen's own state: the page and its navigation bar bind
+// backgroundColor, navBarColor, navTitleColor and navTitleFontSize, so a screen that changes them
+// is drawn that way. Everything else the views draw comes from Theme.qml.
 class Q9FatherViewController : public platform::ViewController
 {
     Q_OBJECT
@@ -40,12 +44,10 @@ public:
     // Shows or hides the tab strip of the tab bar controller this screen lives in, if any.
     void hideTabBar(bool hidden);
 
-    // The end-editing tap: ends editing of the whole view (QML drops the keyboard focus).
+    // The end-editing tap: ends editing of the whole view (QML drops the keyboard focus). The page
+    // sends it for a touch on its background; whatever takes taps itself (fields, buttons, rows)
+    // keeps the touch, so it never reaches the background.
     Q_INVOKABLE void setEndEdingAction();
-    // Whether the end-editing tap reaches this screen for a touch on the given kind of view: never
-    // on a text field or inside a table cell, and never on the screens whose rows take taps.
-    Q_INVOKABLE bool shouldReceiveEndEditingTap(bool touchedTextField,
-                                                bool touchedTableCellContent) const;
 
 signals:
     void appearanceStyleChanged();
@@ -62,8 +64,8 @@ protected:
     virtual void setRefleshDataAction() { }
 
 private:
-    QColor m_backgroundColor = QColor(210, 210, 210);
-    QColor m_navTitleColor = Qt::white;
-    int m_navTitleFontSize = 16;
-    QColor m_navBarColor = QColor(60, 102, 183);
+    QColor m_backgroundColor;
+    QColor m_navTitleColor;
+    int m_navTitleFontSize = 0;
+    QColor m_navBarColor;
 };

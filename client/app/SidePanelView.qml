@@ -6,7 +6,7 @@ Rectangle {
     id: view
     property ViewController controller: null
 
-    color: "#1f2d4d"
+    color: Theme.sidePanelBackground
 
     Column {
         x: 24
@@ -14,15 +14,15 @@ Rectangle {
         spacing: 10
         Text {
             text: "Tarvel游戏"
-            color: "white"
-            font.pixelSize: 22
+            color: Theme.textOnDark
+            font.pixelSize: Theme.fontLargeTitle
             font.family: Theme.fontFamily
             font.weight: Font.DemiBold
         }
         Text {
             text: view.controller ? view.controller.title : ""
-            color: "#aab6d3"
-            font.pixelSize: 15
+            color: Theme.sidePanelText
+            font.pixelSize: Theme.fontBody
             font.family: Theme.fontFamily
         }
     }

@@ -49,13 +49,13 @@ Rectangle {
             anchors.right: parent.left
             width: view.controller ? view.controller.borderWidth : 0
             height: parent.height
-            color: "#8c8c8c"
+            color: Theme.textTertiary
         }
         Rectangle {
             anchors.left: parent.right
             width: view.controller ? view.controller.borderWidth : 0
             height: parent.height
-            color: "#8c8c8c"
+            color: Theme.textTertiary
         }
         // While a side panel shows, a tap on the centre brings it back.
         MouseArea {

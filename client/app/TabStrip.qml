@@ -59,7 +59,7 @@ Item {
         y: strip.offset
         width: strip.width
         height: strip.height
-        color: strip.look ? strip.look.backgroundColor : "white"
+        color: Theme.cardBackground
 
         Rectangle {
             width: parent.width
@@ -116,13 +116,13 @@ Item {
             width: strip.look ? strip.look.badgeRect.width : 15
             height: width
             radius: width / 2
-            color: strip.look ? strip.look.badgeColor : "red"
+            color: Theme.badge
 
             Text {
                 anchors.centerIn: parent
                 text: strip.badge ? strip.badge.text : ""
-                color: strip.look ? strip.look.badgeTextColor : "white"
-                font.pixelSize: strip.look ? strip.look.badgeFontSize : 9
+                color: Theme.textOnDark
+                font.pixelSize: Theme.fontMicro
                 font.family: Theme.fontFamily
                 font.weight: Font.DemiBold
             }

@@ -7,7 +7,7 @@ Rectangle {
     id: view
     property UserGuideViewController controller: null
 
-    color: "white"
+    color: Theme.cardBackground
 
     ListView {
         id: pages

@@ -70,7 +70,7 @@ Popup {
                 horizontalAlignment: Text.AlignHCenter
                 text: "分享到"
                 color: Theme.textSecondary
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontCallout
             }
 
             Flickable {
@@ -113,7 +113,7 @@ Popup {
                                 anchors.topMargin: 9
                                 text: target.modelData.title
                                 color: Theme.textPrimary
-                                font.pixelSize: 13
+                                font.pixelSize: Theme.fontSubhead
                             }
                             MouseArea {
                                 id: touch
@@ -128,19 +128,19 @@ Popup {
             Rectangle {
                 width: parent.width
                 height: 8
-                color: "#ebebef"
+                color: Theme.hairline
             }
 
             Rectangle {
                 objectName: "shareCancel"
                 width: parent.width
                 height: 52
-                color: cancelTouch.pressed ? "#ececec" : "white"
+                color: cancelTouch.pressed ? Theme.sheetButtonPressed : Theme.cardBackground
                 Text {
                     anchors.centerIn: parent
                     text: sheet.shareView ? sheet.shareView.buttonClose.title : ""
                     color: Theme.textPrimary
-                    font.pixelSize: 17
+                    font.pixelSize: Theme.fontTitle3
                 }
                 MouseArea {
                     id: cancelTouch

@@ -14,12 +14,16 @@ QVariantList rawList(const QVariantMap &raw, const QString &key)
 
 void Object_GameDetail::completeWithRaw(const QVariantMap &raw)
 {
+    hasParent = raw.value(QStringLiteral("parent")).typeId() == QMetaType::QVariantMap;
     tags = rawList(raw, QStringLiteral("tags"));
     languages = rawList(raw, QStringLiteral("languages"));
     publishers = rawList(raw, QStringLiteral("publishers"));
-    dlcs = ICRuntimeHelper::analysArrayData<Object_DLCOrBind>(raw.value(QStringLiteral("dlcs")));
-    included_bundles = ICRuntimeHelper::analysArrayData<Object_DLCOrBind>(
-            raw.value(QStringLiteral("included_bundles")));
+    const auto records = [&raw](const QString &key) {
+        return ICRuntimeHelper::analysArrayData<Object_DLCOrBind>(raw.value(key))
+                .value_or(QList<Object_DLCOrBind>());
+    };
+    dlcs = records(QStringLiteral("dlcs"));
+    included_bundles = records(QStringLiteral("included_bundles"));
 }
 
 QString Object_GameDetail::baseGameId() const

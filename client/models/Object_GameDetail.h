@@ -69,6 +69,9 @@ public:
     QString available;
     QString blocked;
     QVariantMap parent;
+    // Whether the answer carried a "parent" dictionary at all, even an empty one (completeWithRaw
+    // sets it): a downloadable content's base-game row shows whenever it is there.
+    bool hasParent = false;
 
     bool operator==(const Object_GameDetail &) const = default;
 

@@ -58,7 +58,7 @@ Item {
                     rightPadding: 16
                     text: AlertCenter.title
                     color: Theme.textSecondary
-                    font.pixelSize: 13
+                    font.pixelSize: Theme.fontSubhead
                     wrapMode: Text.Wrap
                     horizontalAlignment: Text.AlignHCenter
                 }
@@ -98,7 +98,7 @@ Item {
 
         Rectangle {
             anchors.fill: parent
-            color: touch.pressed ? "#e2e2e2" : "transparent"
+            color: touch.pressed ? Theme.sheetButtonPressed : "transparent"
         }
         Rectangle {
             visible: button.separatorShown
@@ -112,7 +112,7 @@ Item {
             anchors.rightMargin: 12
             text: button.choice ? button.choice.title : ""
             color: button.choice && button.choice.role === AlertCenter.Destructive ? Theme.destructive : Theme.link
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontTitle1
             font.weight: button.choice && button.choice.role === AlertCenter.Cancel ? Font.DemiBold : Font.Normal
             elide: Text.ElideRight
             horizontalAlignment: Text.AlignHCenter

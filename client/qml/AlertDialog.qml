@@ -43,7 +43,7 @@ Item {
                 visible: text.length > 0
                 text: AlertCenter.title
                 color: Theme.textPrimary
-                font.pixelSize: 17
+                font.pixelSize: Theme.fontTitle3
                 font.weight: Font.DemiBold
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
@@ -54,7 +54,7 @@ Item {
                 visible: text.length > 0
                 text: AlertCenter.message
                 color: Theme.textPrimary
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSubhead
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
             }
@@ -76,7 +76,7 @@ Item {
 
                     Rectangle {
                         anchors.fill: parent
-                        color: touch.pressed ? "#e2e2e2" : "transparent"
+                        color: touch.pressed ? Theme.sheetButtonPressed : "transparent"
                     }
                     Rectangle {
                         width: parent.width
@@ -95,7 +95,7 @@ Item {
                         anchors.rightMargin: 8
                         text: modelData.title
                         color: modelData.role === AlertCenter.Destructive ? Theme.destructive : Theme.link
-                        font.pixelSize: 17
+                        font.pixelSize: Theme.fontTitle3
                         font.weight: modelData.role === AlertCenter.Cancel ? Font.DemiBold : Font.Normal
                         elide: Text.ElideRight
                         horizontalAlignment: Text.AlignHCenter

@@ -23,8 +23,8 @@ Item {
     Text {
         anchors.fill: parent
         text: button.item ? button.item.title : ""
-        color: button.item ? button.item.titleColor : "white"
-        font.pixelSize: 14
+        color: button.item ? button.item.titleColor : Theme.textOnDark
+        font.pixelSize: Theme.fontCallout
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter

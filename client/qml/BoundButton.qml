@@ -35,7 +35,7 @@ AbstractButton {
                 text: button.state ? button.state.currentTitle : ""
                 visible: text.length > 0
                 color: button.state ? button.state.currentTitleColor : Theme.link
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontBody
             }
         }
     }

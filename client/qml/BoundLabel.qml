@@ -16,5 +16,5 @@ Label {
     }
     // 1 draws the background as a pill or circle (badges), 0 as a plain box.
     property real badgeRoundness: 0
-    font.pixelSize: 14
+    font.pixelSize: Theme.fontCallout
 }

@@ -7,7 +7,7 @@ import Tarvel
 Switch {
     id: control
     property SwitchState state: null
-    property color onColor: "#4cd964"
+    property color onColor: Theme.success
 
     enabled: state !== null && state.enabled
     checked: state !== null && state.on
@@ -22,7 +22,7 @@ Switch {
         x: control.leftPadding
         y: (control.height - height) / 2
         radius: height / 2
-        color: control.checked ? control.onColor : "#e5e5ea"
+        color: control.checked ? control.onColor : Theme.switchTrackOff
         Behavior on color {
             ColorAnimation { duration: 150 }
         }
@@ -33,8 +33,8 @@ Switch {
             radius: height / 2
             y: 2
             x: control.checked ? parent.width - width - 2 : 2
-            color: "white"
-            border.color: "#d0d0d5"
+            color: Theme.cardBackground
+            border.color: Theme.controlBorder
             Behavior on x {
                 NumberAnimation { duration: 150 }
             }

@@ -14,7 +14,7 @@ TextField {
     placeholderText: state ? state.placeholder : ""
     placeholderTextColor: Theme.textPlaceholder
     color: Theme.textPrimary
-    font.pixelSize: 15
+    font.pixelSize: Theme.fontBody
     echoMode: state && state.secureTextEntry ? TextInput.Password : TextInput.Normal
     passwordCharacter: "•"
     inputMethodHints: {

@@ -13,10 +13,10 @@ TextArea {
     placeholderText: state ? state.placeholder : ""
     placeholderTextColor: Theme.textPlaceholder
     color: Theme.textPrimary
-    font.pixelSize: 15
+    font.pixelSize: Theme.fontBody
     wrapMode: TextEdit.Wrap
     background: Rectangle {
-        color: area.readOnly ? Theme.background : "white"
+        color: area.readOnly ? Theme.background : Theme.cardBackground
         border.color: area.activeFocus ? Theme.navigationBar : Theme.separator
         radius: 2
     }

@@ -2,7 +2,13 @@ import QtQuick
 import Tarvel
 
 // One screen: the navigation bar (inside a navigation stack) over the controller's view. The view
-// file named by `viewSource` gets the controller in its `controller` property.
+// file named by `viewSource` gets the controller in its `controller` property. A screen base
+// paints the page in its own background colour.
+//
+// Ending editing: a touch on the page's background (one that nothing in the view takes: not a
+// field, button or row) ends editing, so the keyboard focus leaves the text field. A row or any
+// other part of a view that should not end editing says so by taking the touch itself (a
+// MouseArea or a control); lists take their touches for scrolling.
 Rectangle {
     id: page
     property ViewController controller: null
@@ -12,7 +18,14 @@ Rectangle {
     readonly property bool contentUnderBar: !showsNavigationBar
                                             || (controller !== null && controller.navigationBarTransparent)
 
-    color: Theme.pageBackground
+    color: controller && controller.backgroundColor !== undefined ? controller.backgroundColor
+                                                                 : Theme.pageBackground
+
+    MouseArea {
+        objectName: "pageBackground"
+        anchors.fill: parent
+        onPressed: page.endEditing()
+    }
 
     Loader {
         id: content
@@ -40,9 +53,18 @@ Rectangle {
                           { controller: controller })
     }
 
+    function endEditing() {
+        if (controller && typeof controller.setEndEdingAction === "function")
+            controller.setEndEdingAction()
+        else
+            page.forceActiveFocus()
+    }
+
     onControllerChanged: loadView()
     Connections {
         target: page.controller
         function onViewSourceChanged() { page.loadView() }
+        function onEndEditingRequested() { page.forceActiveFocus() }
+        ignoreUnknownSignals: true
     }
 }

@@ -29,13 +29,13 @@ ApplicationWindow {
         Text {
             text: parent.caption
             color: Theme.textSecondary
-            font.pixelSize: 12
+            font.pixelSize: Theme.fontFootnote
         }
     }
 
-    LabelState { id: badgeState; text: "3"; textColor: "white"; backgroundColor: Qt.rgba(246 / 255, 66 / 255, 43 / 255, 1) }
+    LabelState { id: badgeState; text: "3"; textColor: Theme.textOnDark; backgroundColor: Theme.badge }
     LabelState { id: nameState; text: "玩家小明" }
-    ButtonState { id: loginState; title: "登录"; titleColor: "white"; }
+    ButtonState { id: loginState; title: "登录"; titleColor: Theme.textOnDark; }
     ButtonState { id: countdownState; title: "获取验证码"; disabledTitle: "45S"; enabled: false }
     ButtonState { id: sortState; title: "最新"; selectedTitle: "最新 ✓"; selected: true; titleColor: Theme.textPrimary; selectedTitleColor: Theme.accent }
     TextFieldState { id: accountState; placeholder: "手机号/邮箱"; keyboardType: TextFieldState.EmailAddress; clearButtonShown: true }
@@ -63,7 +63,7 @@ ApplicationWindow {
                     spacing: 24
                     PriceLabel { price: "68"; listPrice: "98" }
                     PriceLabel { price: "199" }
-                    PriceLabel { price: "9.9"; listPrice: "39.9"; pixelSize: 18 }
+                    PriceLabel { price: "9.9"; listPrice: "39.9"; pixelSize: Theme.fontTitle2 }
                 }
             }
 
@@ -78,7 +78,7 @@ ApplicationWindow {
                     }
                     BoundButton {
                         state: countdownState
-                        background: Rectangle { radius: 4; color: "white"; border.color: Theme.separator }
+                        background: Rectangle { radius: 4; color: Theme.cardBackground; border.color: Theme.separator }
                     }
                     BoundButton { state: sortState }
                 }
@@ -95,17 +95,17 @@ ApplicationWindow {
                 caption: "标签与开关 BoundLabel / BoundSwitch"
                 Row {
                     spacing: 16
-                    BoundLabel { state: nameState; anchors.verticalCenter: parent.verticalCenter; font.pixelSize: 16 }
+                    BoundLabel { state: nameState; anchors.verticalCenter: parent.verticalCenter; font.pixelSize: Theme.fontHeadline }
                     BoundLabel {
                         state: badgeState
                         anchors.verticalCenter: parent.verticalCenter
                         width: 15; height: 15
-                        font.pixelSize: 9
+                        font.pixelSize: Theme.fontMicro
                         horizontalAlignment: Text.AlignHCenter
                         verticalAlignment: Text.AlignVCenter
                         badgeRoundness: 1
                     }
-                    Text { text: "接收推送"; anchors.verticalCenter: parent.verticalCenter; color: Theme.textPrimary; font.pixelSize: 15 }
+                    Text { text: "接收推送"; anchors.verticalCenter: parent.verticalCenter; color: Theme.textPrimary; font.pixelSize: Theme.fontBody }
                     BoundSwitch { state: pushState }
                 }
             }
@@ -124,7 +124,7 @@ ApplicationWindow {
                 Rectangle {
                     width: parent.width
                     height: 200
-                    color: "white"
+                    color: Theme.cardBackground
                     border.color: Theme.separator
                     ListView {
                         id: sampleList
@@ -136,7 +136,7 @@ ApplicationWindow {
                             required property string modelData
                             width: sampleList.width
                             height: 36
-                            Text { x: 12; anchors.verticalCenter: parent.verticalCenter; text: modelData; color: Theme.textPrimary; font.pixelSize: 14 }
+                            Text { x: 12; anchors.verticalCenter: parent.verticalCenter; text: modelData; color: Theme.textPrimary; font.pixelSize: Theme.fontCallout }
                             Rectangle { anchors.bottom: parent.bottom; width: parent.width; height: 1; color: Theme.separator }
                         }
                         footer: LoadMoreFooter { target: sampleList; footer: footerState }

@@ -63,15 +63,15 @@ Item {
                 width: parent.width
                 visible: text.length > 0
                 text: Hud.text
-                color: "white"
-                font.pixelSize: 15
+                color: Theme.textOnDark
+                font.pixelSize: Theme.fontBody
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
             }
         }
         TextMetrics {
             id: metrics
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
             text: Hud.text
         }
     }

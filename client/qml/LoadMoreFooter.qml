@@ -38,7 +38,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             text: root.footer ? root.footer.text : ""
             color: Theme.textSecondary
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSubhead
         }
     }
 

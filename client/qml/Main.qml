@@ -14,7 +14,7 @@ ApplicationWindow {
     minimumHeight: 480
     visible: true
     title: "Tarvel"
-    color: "white"
+    color: Theme.cardBackground
     font.family: Theme.fontFamily
 
     WindowView {
@@ -22,10 +22,5 @@ ApplicationWindow {
         anchors.fill: parent
         window: AppDelegate.window
         tabBar: TabStrip {}
-    }
-
-    EndEditingTap {
-        anchors.fill: parent
-        content: windowView
     }
 }

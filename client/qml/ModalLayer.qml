@@ -24,7 +24,8 @@ Item {
 
             width: modalLayer.width
             height: modalLayer.height
-            color: Theme.pageBackground
+            color: controller && controller.backgroundColor !== undefined ? controller.backgroundColor
+                                                                         : Theme.pageBackground
 
             ControllerView {
                 anchors.fill: parent

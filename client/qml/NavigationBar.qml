@@ -12,14 +12,19 @@ Rectangle {
     property alias rightItem: rightSlot.data
 
     implicitHeight: Theme.navigationBarHeight
-    color: controller && controller.navigationBarTransparent ? "transparent" : Theme.navigationBar
+    // A screen base carries its bar's look; other controllers get the Theme's.
+    readonly property bool screenLook: controller !== null && controller.navBarColor !== undefined
+
+    color: controller && controller.navigationBarTransparent ? "transparent"
+                                                             : screenLook ? controller.navBarColor
+                                                                          : Theme.navigationBar
 
     Item {
         id: row
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        height: 44
+        height: Theme.rowHeight
 
         Row {
             id: leftSlot
@@ -32,7 +37,7 @@ Rectangle {
             Item {
                 readonly property NavigationController stack: bar.controller ? bar.controller.navigationController : null
                 width: 44
-                height: 44
+                height: Theme.rowHeight
                 visible: stack !== null && stack.depth > 1 && stack.viewControllerAt(0) !== bar.controller
                          && bar.controller.leftBarItem.empty && !bar.controller.leftBarItem.hidden
                 opacity: backTouch.pressed ? 0.5 : 1
@@ -54,8 +59,8 @@ Rectangle {
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
             text: bar.controller ? bar.controller.title : bar.title
-            color: Theme.navigationTitle
-            font.pixelSize: 17
+            color: bar.screenLook ? bar.controller.navTitleColor : Theme.navigationTitle
+            font.pixelSize: bar.screenLook ? bar.controller.navTitleFontSize : Theme.fontHeadline
             font.weight: Font.Medium
             visible: !titleView.active
         }

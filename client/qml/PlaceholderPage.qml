@@ -7,7 +7,8 @@ Rectangle {
     id: page
     property ViewController controller: null
 
-    color: Theme.pageBackground
+    color: controller && controller.backgroundColor !== undefined ? controller.backgroundColor
+                                                                 : Theme.pageBackground
 
     Column {
         anchors.centerIn: parent
@@ -16,13 +17,13 @@ Rectangle {
             anchors.horizontalCenter: parent.horizontalCenter
             text: page.controller && page.controller.title.length > 0 ? page.controller.title : "Tarvel"
             color: Theme.textPrimary
-            font.pixelSize: 17
+            font.pixelSize: Theme.fontTitle3
         }
         Label {
             anchors.horizontalCenter: parent.horizontalCenter
             text: "页面准备中"
             color: Theme.textSecondary
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSubhead
         }
     }
 }

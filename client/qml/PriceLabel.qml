@@ -7,7 +7,7 @@ Row {
     id: label
     property string price
     property string listPrice
-    property int pixelSize: 15
+    property int pixelSize: Theme.fontBody
     property color color: Theme.price
 
     spacing: 6

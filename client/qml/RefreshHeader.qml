@@ -49,7 +49,7 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 text: root.header ? root.header.text : ""
                 color: Theme.textSecondary
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSubhead
             }
         }
     }

@@ -33,7 +33,7 @@ Item {
         width: 300
         height: body.height + buttons.height
         radius: 12
-        color: "white"
+        color: Theme.cardBackground
         clip: true
 
         Column {
@@ -47,7 +47,7 @@ Item {
                 width: parent.width
                 text: ShareQrPrompt.title
                 color: Theme.textPrimary
-                font.pixelSize: 17
+                font.pixelSize: Theme.fontTitle3
                 font.weight: Font.DemiBold
                 horizontalAlignment: Text.AlignHCenter
             }
@@ -57,7 +57,7 @@ Item {
                 visible: text.length > 0
                 text: ShareQrPrompt.shareTitle
                 color: Theme.textPrimary
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontCallout
                 maximumLineCount: 2
                 wrapMode: Text.Wrap
                 elide: Text.ElideRight
@@ -69,7 +69,7 @@ Item {
                 visible: text.length > 0
                 text: ShareQrPrompt.shareText
                 color: Theme.textSecondary
-                font.pixelSize: 12
+                font.pixelSize: Theme.fontFootnote
                 maximumLineCount: 2
                 wrapMode: Text.Wrap
                 elide: Text.ElideRight
@@ -80,7 +80,7 @@ Item {
                 width: 188
                 height: 188
                 radius: 6
-                color: "white"
+                color: Theme.cardBackground
                 border.color: Theme.separator
                 QrCodeImage {
                     objectName: "shareQrCode"
@@ -103,7 +103,7 @@ Item {
                     anchors.verticalCenter: parent.verticalCenter
                     text: ShareQrPrompt.hint
                     color: Theme.textPrimary
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontBody
                 }
             }
             Text {
@@ -111,7 +111,7 @@ Item {
                 width: parent.width - 40
                 text: ShareQrPrompt.detail
                 color: Theme.textSecondary
-                font.pixelSize: 12
+                font.pixelSize: Theme.fontFootnote
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
             }
@@ -132,7 +132,7 @@ Item {
                     height: buttons.height
                     Rectangle {
                         anchors.fill: parent
-                        color: touch.pressed ? "#e8e8e8" : "transparent"
+                        color: touch.pressed ? Theme.sheetButtonPressed : "transparent"
                     }
                     Rectangle {
                         width: parent.width
@@ -148,8 +148,8 @@ Item {
                     Text {
                         anchors.centerIn: parent
                         text: modelData.title
-                        color: modelData.done ? "#07c160" : Theme.textSecondary
-                        font.pixelSize: 17
+                        color: modelData.done ? Theme.weChatGreen : Theme.textSecondary
+                        font.pixelSize: Theme.fontTitle3
                         font.weight: modelData.done ? Font.DemiBold : Font.Normal
                     }
                     MouseArea {

@@ -10,10 +10,10 @@ QtObject {
     readonly property color navigationBarDark: Qt.rgba(42 / 255, 72 / 255, 140 / 255, 1)
     readonly property color navigationBarDeep: "#1d3566"
     readonly property color navigationTitle: "white"
-    readonly property color barItemTitle: Qt.rgba(110 / 255, 185 / 255, 43 / 255, 1)
 
     // Surfaces
     readonly property color background: "#efeff4"
+    // Pages of controllers that are not screens (screens paint their base's background).
     readonly property color pageBackground: Qt.rgba(210 / 255, 210 / 255, 210 / 255, 1)
     readonly property color listBackground: "#f2f2f5"
     readonly property color cardBackground: "white"
@@ -22,6 +22,8 @@ QtObject {
     readonly property color sheetButtonPressed: "#e2e2e2"
     readonly property color imagePlaceholder: "#e6e6ea"
     readonly property color highlightBackground: "#fff4f4"
+    readonly property color rowSelected: "#d9d9d9"
+    readonly property color fieldBackground: "#f0f0f3"
     readonly property color sidePanelBackground: "#1f2d4d"
     readonly property color sidePanelText: "#aab6d3"
 
@@ -32,6 +34,8 @@ QtObject {
     readonly property color textPlaceholder: "#b4b4b4"
     readonly property color textOnDark: "white"
     readonly property color textOnDarkSecondary: Qt.rgba(1, 1, 1, 0.6)
+    readonly property color textOnDarkSelection: Qt.rgba(1, 1, 1, 0.35)
+    readonly property color textBody: "#444444"
 
     // Meaning
     readonly property color price: "#e4393c"
@@ -47,11 +51,14 @@ QtObject {
     readonly property color separator: "#dddddd"
     readonly property color hairline: "#ececf0"
     readonly property color controlBorder: "#d0d0d5"
+    readonly property color switchTrackOff: "#e5e5ea"
+    readonly property color lineOnDark: Qt.rgba(1, 1, 1, 0.45)
     readonly property color hudBackground: Qt.rgba(0, 0, 0, 0.78)
     readonly property color mask: Qt.rgba(0, 0, 0, 0.4)
 
     // Type
     readonly property string fontFamily: "Noto Sans CJK SC"
+    readonly property int fontMicro: 9
     readonly property int fontCaption2: 10
     readonly property int fontCaption: 11
     readonly property int fontFootnote: 12
@@ -63,6 +70,7 @@ QtObject {
     readonly property int fontTitle2: 18
     readonly property int fontTitle1: 20
     readonly property int fontLargeTitle: 22
+    readonly property int fontDisplay: 40
 
     // Spacing
     readonly property int spacingTiny: 2

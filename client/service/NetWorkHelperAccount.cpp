@@ -65,7 +65,9 @@ void NetWorkHelper::registerWithLogin_name(
 
 QString NetWorkHelper::captchaPath() const
 {
-    return QString::asprintf("/captcha?_=%.f", m_clock());
+    // The time in milliseconds defeats caches: two pictures asked for within one second still
+    // get two addresses.
+    return QString::asprintf("/captcha?_=%.f", m_clock() * 1000);
 }
 
 void NetWorkHelper::getImageCodeWithStartFn(const StartFn &startFn, const EndFn &endFn,

@@ -14,34 +14,46 @@ void NetWorkHelper::getHomepageDataWithStartFn(const StartFn &startFn, const End
                     failureFn);
 }
 
+void NetWorkHelper::getWithEditableParams(RequestParams params, const QString &url,
+                                          const MutableStartFn &startFn, const EndFn &endFn,
+                                          const SuccessFn &successFn, const FailureFn &failureFn)
+{
+    if (startFn) {
+        QVariantMap sent = params.toVariantMap();
+        startFn(sent);
+        params.updateFrom(sent);
+    }
+    sendForEnvelope(Verb::Get, params, url, endFn, successFn, failureFn);
+}
+
 void NetWorkHelper::getGameListWithType(const QString &type, const QString &page,
-                                        const StartFn &startFn, const EndFn &endFn,
+                                        const MutableStartFn &startFn, const EndFn &endFn,
                                         const SuccessFn &successFn, const FailureFn &failureFn)
 {
     RequestParams params;
     params.set(QStringLiteral("type"), type);
     params.set(QStringLiteral("page"), page);
-    getWithParams(params, apiUrl(QStringLiteral("/products.json")), startFn, endFn, successFn,
-                  failureFn);
+    getWithEditableParams(params, apiUrl(QStringLiteral("/products.json")), startFn, endFn,
+                          successFn, failureFn);
 }
 
 void NetWorkHelper::getGameDetailWithGameId(const QString &gameId, const QString &verbose,
-                                            const StartFn &startFn, const EndFn &endFn,
+                                            const MutableStartFn &startFn, const EndFn &endFn,
                                             const SuccessFn &successFn, const FailureFn &failureFn)
 {
     const QString path = QStringLiteral("/products/%1.json").arg(gameId);
     RequestParams params;
     params.insert(QStringLiteral("verbose"), verbose);
-    getWithParams(params, apiUrl(path), startFn, endFn, successFn, failureFn);
+    getWithEditableParams(params, apiUrl(path), startFn, endFn, successFn, failureFn);
 }
 
-void NetWorkHelper::searchGameWithQ(const QString &q, const QString &page, const StartFn &startFn,
-                                    const EndFn &endFn, const SuccessFn &successFn,
-                                    const FailureFn &failureFn)
+void NetWorkHelper::searchGameWithQ(const QString &q, const QString &page,
+                                    const MutableStartFn &startFn, const EndFn &endFn,
+                                    const SuccessFn &successFn, const FailureFn &failureFn)
 {
     RequestParams params;
     params.insert(QStringLiteral("q"), q);
     params.insert(QStringLiteral("page"), page);
-    getWithParams(params, apiUrl(QStringLiteral("/store/search.json")), startFn, endFn, successFn,
-                  failureFn);
+    getWithEditableParams(params, apiUrl(QStringLiteral("/store/search.json")), startFn, endFn,
+                          successFn, failureFn);
 }

@@ -48,6 +48,17 @@ QVariantMap RequestParams::toVariantMap() const
     return map;
 }
 
+void RequestParams::updateFrom(const QVariantMap &edited)
+{
+    m_fields.removeIf([&edited](const auto &field) { return !edited.contains(field.first); });
+    for (auto it = edited.cbegin(); it != edited.cend(); ++it) {
+        if (it.value().typeId() == QMetaType::QStringList)
+            put(it.key(), it.value());
+        else
+            put(it.key(), it.value().toString());
+    }
+}
+
 // An array goes out as one "key[]" pair per element, the form encoding of lists that the store
 // (like most form-reading web services) decodes back into an array. An empty array sends nothing.
 QList<RequestParams::Pair> RequestParams::pairs() const

@@ -29,6 +29,10 @@ public:
 
     // The dictionary view handed to StartFn: texts as QString, arrays as QStringList.
     QVariantMap toVariantMap() const;
+    // Takes back a dictionary view that a StartFn may have changed: fields it removed go, values
+    // it changed are replaced in place, fields it added follow in key order (a list stays a list,
+    // anything else is sent as text).
+    void updateFrom(const QVariantMap &edited);
     // The fields as sent, arrays flattened into repeated "key[]" pairs.
     QList<Pair> pairs() const;
     // `pairs()` form-URL-encoded, for a request body or a query string.

@@ -21,3 +21,12 @@ QString uploadUrl()
 }
 
 } // namespace tarvel::config
+
+QString absoluteAddress(const QString &address)
+{
+    if (address.startsWith(QLatin1String("http")))
+        return address;
+    const QString base = tarvel::config::apiBaseUrl();
+    return address.startsWith(QLatin1Char('/')) ? base + address
+                                                : base + QLatin1Char('/') + address;
+}

@@ -14,6 +14,12 @@ QString uploadUrl();
 
 } // namespace tarvel::config
 
+// An address from an answer made whole: one that begins with "http" stays as it is; any other is
+// a path of the store and goes under ApiBaseUrl, with the "/" supplied when the path lacks it
+// ("news/3" and "/news/3" both give <base>/news/3). Links the user follows (carousel entries,
+// message addresses) all go through here, so a relative one opens the same way everywhere.
+QString absoluteAddress(const QString &address);
+
 // The name the rest of the code uses for the store's base address.
 inline QString ApiBaseUrl()
 {

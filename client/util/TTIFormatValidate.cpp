@@ -96,12 +96,14 @@ bool TTIFormatValidate::validateIDCardNumber(const QString &text)
 
 bool TTIFormatValidate::validateNickname(const QString &text)
 {
+    // Chinese characters only: Latin letters, digits and spaces fail, as intended.
     static const QRegularExpression pattern = wholeText(QStringLiteral("^[一-龥]{4,8}$"));
     return matches(pattern, text);
 }
 
 bool TTIFormatValidate::validatePassword(const QString &text)
 {
+    // The possessive "+" after {6,20} is redundant and kept as the pattern was given.
     static const QRegularExpression pattern = wholeText(QStringLiteral("^[a-zA-Z0-9]{6,20}+$"));
     return matches(pattern, text);
 }
@@ -110,6 +112,7 @@ bool TTIFormatValidate::validatefloatString(const QString &text)
 {
     static const QRegularExpression pattern = wholeText(QStringLiteral("^[0-9.]+$"));
     const QLatin1Char dot('.');
+    // Several dots inside ("1..5") pass: intended, only a leading or trailing dot fails.
     return !text.startsWith(dot) && !text.endsWith(dot) && matches(pattern, text);
 }
 

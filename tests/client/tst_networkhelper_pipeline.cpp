@@ -1,4 +1,5 @@
 // The request pipeline: envelope parsing, callback order, and every way an answer can go wrong.
+#include "NetWorkReplies.h"
 #include "tst_networkhelper_support.h"
 
 #include "TestEnvironment.h"
@@ -215,7 +216,7 @@ private slots:
                                                                     post.success(), post.failure());
         QVERIFY(get.waitForEnd(30000));
         QVERIFY(post.waitForEnd(30000));
-        QTest::qWait(50); // nothing may follow the outcome
+        QTRY_COMPARE(repliesAlive(), 0); // both handled: nothing may follow the outcome
 
         for (CallbackRecorder *recorder : {&get, &post}) {
             QStringList expected{"start", "end"};

@@ -326,6 +326,54 @@ private slots:
         QCOMPARE(recorder.startParams, expectedStartParams(method == "GET" ? query : fields));
     }
 
+    // The catalogue's list, detail and search operations send the dictionary StartFn was given,
+    // with whatever StartFn added or changed in it.
+    void sendsWhatStartFnAdds_data()
+    {
+        QTest::addColumn<Operation>("operation");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QStringList>("query");
+
+        const MutableStartFn addChannel = [](QVariantMap &params) {
+            params.insert(QStringLiteral("channel"), QStringLiteral("app"));
+        };
+        QTest::newRow("game list") << Operation([addChannel](NetWorkHelper *h,
+                                                             CallbackRecorder &r) {
+            h->getGameListWithType("latest", "2", addChannel, r.end(), r.success(), r.failure());
+        }) << "/products.json" << QStringList{"type=latest", "page=2", "channel=app"};
+        QTest::newRow("game detail") << Operation([addChannel](NetWorkHelper *h,
+                                                               CallbackRecorder &r) {
+            h->getGameDetailWithGameId("42", "1", addChannel, r.end(), r.success(), r.failure());
+        }) << "/products/42.json" << QStringList{"verbose=1", "channel=app"};
+        QTest::newRow("search") << Operation([addChannel](NetWorkHelper *h, CallbackRecorder &r) {
+            h->searchGameWithQ("星露谷", "3", addChannel, r.end(), r.success(), r.failure());
+        }) << "/store/search.json"
+                                << QStringList{"q=星露谷", "page=3", "channel=app"};
+        QTest::newRow("a changed value stays in its place") << Operation([](NetWorkHelper *h,
+                                                                            CallbackRecorder &r) {
+            h->searchGameWithQ(
+                    "星露谷", "3", [](QVariantMap &params) { params[QStringLiteral("page")] = 5; },
+                    r.end(), r.success(), r.failure());
+        }) << "/store/search.json" << QStringList{"q=星露谷", "page=5"};
+    }
+
+    void sendsWhatStartFnAdds()
+    {
+        QFETCH(Operation, operation);
+        QFETCH(QString, path);
+        QFETCH(QStringList, query);
+        ScriptedStore store;
+        QVERIFY(store.isListening());
+        store.server.setFallback(ScriptedResponse::json("{\"status\":\"success\",\"data\":{}}"));
+
+        CallbackRecorder recorder(&store.server);
+        callWith(operation, recorder);
+        QVERIFY(recorder.waitForEnd());
+        QCOMPARE(store.server.requestCount(), 1);
+        QCOMPARE(store.server.lastRequest().path, path);
+        QCOMPARE(queryTexts(store.server.lastRequest()), query);
+    }
+
     void sendsTheTokenByItsRule_data()
     {
         QTest::addColumn<Operation>("operation");

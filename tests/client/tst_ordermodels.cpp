@@ -68,7 +68,8 @@ void TestOrderModels::sumsCartPrices()
     QFETCH(double, total);
 
     const QList<Object_CartList> lines
-            = ICRuntimeHelper::analysArrayData<Object_CartList>(json(answer));
+            = ICRuntimeHelper::analysArrayData<Object_CartList>(json(answer))
+                      .value_or(QList<Object_CartList>());
     QStringList prices;
     double sum = 0;
     for (const Object_CartList &line : lines) {
@@ -124,11 +125,13 @@ void TestOrderModels::mapsOrderDetail()
 
 void TestOrderModels::mapsOrderHistory()
 {
-    const QList<Object_MyOrderList> orders = ICRuntimeHelper::analysArrayData<Object_MyOrderList>(
-            json(R"([{"id":5,"subtotal":"128","type":"normal","state":"in_checkout",
+    const QList<Object_MyOrderList> orders
+            = ICRuntimeHelper::analysArrayData<Object_MyOrderList>(
+                      json(R"([{"id":5,"subtotal":"128","type":"normal","state":"in_checkout",
                       "created_at":"2024-05-01T10:00:00+08:00",
                       "order_games":[{"name":"星露谷物语","tag":"本体","price":48},{"name":"X"}]},
-                     {"id":"6","state":"completed"}])"));
+                     {"id":"6","state":"completed"}])"))
+                      .value_or(QList<Object_MyOrderList>());
     QCOMPARE(orders.size(), 2);
     QCOMPARE(orders.at(0).id, QStringLiteral("5"));
     QCOMPARE(orders.at(0).state, QStringLiteral("in_checkout"));
@@ -152,7 +155,8 @@ void TestOrderModels::mapsCouponAndOwnedGames()
     const QVariant answer = json(R"({"games":[{"gameId":1,"gameIcon":"i.png","productImage":"p.jpg",
                                                "game_id":"wrong key"}]})");
     const QList<Object_MyGameList> games
-            = ICRuntimeHelper::analysArrayData<Object_MyGameList>(answer.toMap().value("games"));
+            = ICRuntimeHelper::analysArrayData<Object_MyGameList>(answer.toMap().value("games"))
+                      .value_or(QList<Object_MyGameList>());
     QCOMPARE(games.size(), 1);
     QCOMPARE(games.at(0).gameId, QStringLiteral("1"));
     QCOMPARE(games.at(0).gameIcon, QStringLiteral("i.png"));

@@ -3,7 +3,6 @@
 #include "models/Object_CartList.h"
 #include "util/ICFrameHelper.h"
 #include "util/ICRuntimeHelper.h"
-#include "util/UIAlertViewBlock.h"
 
 #include <QFontMetricsF>
 #include <QJsonDocument>
@@ -16,8 +15,6 @@ class TestRuntimeHelper : public QObject
 private slots:
     void mapsArrays_data();
     void mapsArrays();
-    void dismissesAlerts_data();
-    void dismissesAlerts();
     void copiesRects();
     void measuresText();
 };
@@ -25,70 +22,34 @@ private slots:
 void TestRuntimeHelper::mapsArrays_data()
 {
     QTest::addColumn<QVariant>("value");
+    QTest::addColumn<bool>("isList");
     QTest::addColumn<QStringList>("ids");
 
     const auto json = [](const char *text) { return QJsonDocument::fromJson(text).toVariant(); };
     QTest::newRow("dictionaries in order")
-            << json(R"([{"id":"3"},{"id":1},{"id":"2"}])") << QStringList{"3", "1", "2"};
-    QTest::newRow("other elements skipped")
-            << json(R"([1,{"id":"a"},"x",null,[{"id":"z"}],{}])") << QStringList{"a", QString()};
-    QTest::newRow("empty list") << json("[]") << QStringList{};
-    QTest::newRow("dictionary") << json(R"({"id":"1"})") << QStringList{};
-    QTest::newRow("text") << QVariant(QStringLiteral("[{\"id\":\"1\"}]")) << QStringList{};
-    QTest::newRow("null") << QVariant::fromValue(nullptr) << QStringList{};
-    QTest::newRow("nil") << QVariant() << QStringList{};
+            << json(R"([{"id":"3"},{"id":1},{"id":"2"}])") << true << QStringList{"3", "1", "2"};
+    QTest::newRow("other elements skipped") << json(R"([1,{"id":"a"},"x",null,[{"id":"z"}],{}])")
+                                            << true << QStringList{"a", QString()};
+    QTest::newRow("empty list") << json("[]") << true << QStringList{};
+    QTest::newRow("dictionary") << json(R"({"id":"1"})") << false << QStringList{};
+    QTest::newRow("text") << QVariant(QStringLiteral("[{\"id\":\"1\"}]")) << false << QStringList{};
+    QTest::newRow("null") << QVariant::fromValue(nullptr) << false << QStringList{};
+    QTest::newRow("nil") << QVariant() << false << QStringList{};
 }
 
 void TestRuntimeHelper::mapsArrays()
 {
     QFETCH(QVariant, value);
+    QFETCH(bool, isList);
     QFETCH(QStringList, ids);
+    const std::optional<QList<Object_CartList>> lines
+            = ICRuntimeHelper::analysArrayData<Object_CartList>(value);
+    // Not a list: nothing at all, which is not the same as an empty list.
+    QCOMPARE(lines.has_value(), isList);
     QStringList mapped;
-    for (const Object_CartList &line : ICRuntimeHelper::analysArrayData<Object_CartList>(value))
+    for (const Object_CartList &line : lines.value_or(QList<Object_CartList>()))
         mapped << line.id;
     QCOMPARE(mapped, ids);
-}
-
-void TestRuntimeHelper::dismissesAlerts_data()
-{
-    QTest::addColumn<QString>("cancelTitle");
-    QTest::addColumn<int>("clicked");
-    QTest::addColumn<bool>("cancelled");
-    QTest::addColumn<int>("dismissedWith"); // -1: the dismiss block did not run
-
-    QTest::newRow("cancel button") << "取消" << 0 << true << -1;
-    QTest::newRow("first other button") << "取消" << 1 << false << 0;
-    QTest::newRow("second other button") << "取消" << 2 << false << 1;
-    QTest::newRow("past the last button") << "取消" << 3 << false << -1;
-    QTest::newRow("negative index") << "取消" << -1 << false << -1;
-    QTest::newRow("no cancel button, first") << QString() << 0 << false << 0;
-    QTest::newRow("no cancel button, second") << QString() << 1 << false << 1;
-}
-
-void TestRuntimeHelper::dismissesAlerts()
-{
-    QFETCH(QString, cancelTitle);
-    QFETCH(int, clicked);
-    QFETCH(bool, cancelled);
-    QFETCH(int, dismissedWith);
-
-    bool cancelRan = false;
-    int dismissIndex = -1;
-    const UIAlertViewBlock alert = UIAlertViewBlock::alertViewWithTitle(
-            QStringLiteral("提示"), QStringLiteral("确定删除吗？"), cancelTitle,
-            {QStringLiteral("确定"), QStringLiteral("稍后")},
-            [&](int index) { dismissIndex = index; }, [&] { cancelRan = true; });
-    QCOMPARE(alert.buttonTitles().size(), cancelTitle.isEmpty() ? 2 : 3);
-    QCOMPARE(alert.buttonTitles().last(), QStringLiteral("稍后"));
-
-    alert.dismissWithClickedButtonIndex(clicked);
-    QCOMPARE(cancelRan, cancelled);
-    QCOMPARE(dismissIndex, dismissedWith);
-
-    // Without blocks nothing runs and nothing breaks.
-    const UIAlertViewBlock bare = UIAlertViewBlock::alertViewWithTitle(
-            QString(), QString(), cancelTitle, {QStringLiteral("确定")}, {}, {});
-    bare.dismissWithClickedButtonIndex(clicked);
 }
 
 void TestRuntimeHelper::copiesRects()

@@ -3,6 +3,7 @@
 // Shared by the game-detail, related-items, library and share tests: a window with one navigation
 // stack, the store's answers for a game, and sign-in.
 
+#include "HudRecorder.h"
 #include "app/AppDelegate.h"
 #include "platform/HTTPCookieStorage.h"
 #include "platform/UserDefaults.h"
@@ -63,7 +64,7 @@ inline bool waitUntilLoaded(GoodsDetailViewController *detail, int timeoutMs = 1
 // Waits until the HUD has shown `text` (of any kind).
 inline bool waitForHud(const QString &text, int timeoutMs = 10000)
 {
-    return QTest::qWaitFor([text] { return platform::Hud::shared().history().contains(text); },
+    return QTest::qWaitFor([text] { return HudRecorder::shared().history().contains(text); },
                            timeoutMs);
 }
 

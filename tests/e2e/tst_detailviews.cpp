@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
 #include "TestEnvironment.h"
@@ -89,7 +90,7 @@ private:
     // Lets animations end and the window draw, then writes it out.
     void snapshot(const QString &name)
     {
-        QTest::qWait(450);
+        QVERIFY(tarvel::test::waitForStillScene(m_window.get()));
         QVERIFY(WindowSnapshot::save(m_window.get(), artifact(name)));
     }
 
@@ -263,8 +264,7 @@ private slots:
         GoodsDetailViewController *detail = openShown(QStringLiteral("34"));
         QVERIFY(detail);
         detail->rightBarItem()->tap();
-        QVERIFY(waitNamed(QStringLiteral("shareTarget5001")));
-        QTest::qWait(400);
+        // The click waits for the sheet to stop sliding.
         click(waitNamed(QStringLiteral("shareTarget5001")));
         QTRY_VERIFY(platform::ShareQrPrompt::shared().isShown());
         QVERIFY(!detail->shareView()->isShown());
@@ -275,7 +275,7 @@ private slots:
         snapshot(QStringLiteral("share_wechat_qr.png"));
 
         platform::ShareQrPrompt::shared().done();
-        QTRY_VERIFY(Hud::shared().history().contains(QStringLiteral("分享成功")));
+        QTRY_VERIFY(HudRecorder::shared().history().contains(QStringLiteral("分享成功")));
         QTRY_VERIFY(!platform::ShareQrPrompt::shared().isShown());
     }
 

@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "TestEnvironment.h"
 #include "tst_home_fixture.h"
@@ -103,8 +104,8 @@ private slots:
         QCOMPARE(home->buttonRefresh()->title(), QStringLiteral("暂无数据,点击刷新"));
         QVERIFY(waitForFirstPage(home));
 
-        QCOMPARE(Hud::shared().records().first(),
-                 (Hud::Record{Hud::Progress, QStringLiteral("正在加载"), true}));
+        QCOMPARE(HudRecorder::shared().records().first(),
+                 (HudRecorder::Record{Hud::Progress, QStringLiteral("正在加载"), true}));
         QVERIFY(!Hud::shared().isVisible());
         QVERIFY(!home->fieldSearch()->isHidden());
         QCOMPARE(home->fieldSearch()->placeholder(), QStringLiteral("请输入游戏名称"));

@@ -172,7 +172,7 @@ private slots:
         QFETCH(int, coloured);
         const QColor on(Qt::white);
         const QColor off(Qt::gray);
-        ICPageControl control(QRectF(0, 0, 72, 20), on, off);
+        ICPageControl control(on, off);
         control.setPageNum(pages);
         control.setCurrentPage(current);
         const QVariantList dots = control.dots();
@@ -183,7 +183,7 @@ private slots:
 
     void pageControlRebuilds()
     {
-        ICPageControl control(QRectF(), Qt::white, Qt::gray);
+        ICPageControl control(Qt::white, Qt::gray);
         QCOMPARE(control.dotRadius(), ICPageControl::DefaultDotSize);
         control.setPageNum(3);
         control.setCurrentPage(1);

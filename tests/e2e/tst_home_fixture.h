@@ -3,6 +3,7 @@
 // Shared by the store screen tests: a phone window hosting one screen in a navigation stack under
 // the tab bar, the API address switch and small waiting helpers.
 
+#include "HudRecorder.h"
 #include "QuickTestItems.h"
 
 #include "app/ICTabBarController.h"
@@ -81,7 +82,7 @@ inline QString gameIdOf(const platform::ViewController *controller)
 inline void resetSharedState()
 {
     platform::Hud::shared().dismiss();
-    platform::Hud::shared().clearHistory();
+    HudRecorder::shared().clear();
     platform::Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
     platform::UrlOpener::shared().setHandler([](const QUrl &) { return true; });
     platform::UrlOpener::shared().clearHistory();

@@ -1,4 +1,5 @@
 #include "InProcessStore.h"
+#include "QuickTestItems.h"
 #include "TestEnvironment.h"
 #include "tst_home_fixture.h"
 
@@ -89,7 +90,7 @@ private slots:
         QVERIFY(home);
         QVERIFY(QTest::qWaitFor([&] { return home->pageNum() == 2; }, 15000));
         QVERIFY(QTest::qWaitFor([&] { return coversOnScreenLoaded(window); }, 15000));
-        QTest::qWait(300);
+        QVERIFY(tarvel::test::waitForStillScene(window)); // slides and fades
         snapshot(window, QStringLiteral("journey_home.png"));
 
         // The first game on the grid that has DLCs, paging on when needed.
@@ -143,7 +144,7 @@ private slots:
         QVERIFY(dlc);
         QCOMPARE(dlc->gameId(), list->arraySource().first().id);
         QVERIFY(QTest::qWaitFor([&] { return dlc->isLoaded(); }, 10000));
-        QTest::qWait(600); // the slide in
+        QVERIFY(tarvel::test::waitForStillScene(window)); // slides and fades
         snapshot(window, QStringLiteral("journey_dlc.png"));
 
         // Back leaves the whole chain of detail pages at once.
@@ -151,7 +152,7 @@ private slots:
         QTRY_COMPARE(stack->depth(), 1);
         QCOMPARE(stack->topViewController(), home.data());
         QTRY_VERIFY(!stack->transitionsDrivenByView() || home->isOnScreen());
-        QTest::qWait(600);
+        QVERIFY(tarvel::test::waitForStillScene(window)); // slides and fades
         snapshot(window, QStringLiteral("journey_back_home.png"));
 
         AppDelegate::shared()->window()->setRootViewController(nullptr);

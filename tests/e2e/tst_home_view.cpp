@@ -1,4 +1,5 @@
 #include "InProcessStore.h"
+#include "QuickTestItems.h"
 #include "TestEnvironment.h"
 #include "tst_home_fixture.h"
 
@@ -137,7 +138,7 @@ private slots:
         QVERIFY(!findText(m_root, QStringLiteral("暂无数据,点击刷新")));
         // The first game's price is on screen as the price label draws it.
         QVERIFY(findText(m_root, QStringLiteral("¥") + home->arraySource().first().sale_price));
-        QTest::qWait(300); // the covers fade in
+        QVERIFY(tarvel::test::waitForStillScene(m_window.get())); // slides and fades
         snapshot(QStringLiteral("home.png"));
 
         // Tapping a cover opens the game.
@@ -160,7 +161,7 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(home->arraySource().size(), 40, 15000);
         QCOMPARE(home->pageNum(), 3);
         QVERIFY(waitForCovers());
-        QTest::qWait(300);
+        QVERIFY(tarvel::test::waitForStillScene(m_window.get())); // slides and fades
         snapshot(QStringLiteral("home_scrolled.png"));
     }
 
@@ -218,7 +219,7 @@ private slots:
         QVERIFY(waitForCovers());
         QVERIFY(findText(m_root,
                          QStringLiteral("搜索到相关游戏%1款").arg(search->arraySource().size())));
-        QTest::qWait(500); // the push slide and the covers' fade
+        QVERIFY(tarvel::test::waitForStillScene(m_window.get())); // slides and fades
         snapshot(QStringLiteral("search.png"));
     }
 
@@ -235,7 +236,7 @@ private slots:
         QVERIFY(page);
         QTRY_COMPARE_WITH_TIMEOUT(page->loadState(), NewsDetailViewController::Loaded, 5000);
         QTRY_VERIFY(findText(m_root, QStringLiteral("在浏览器中打开")));
-        QTest::qWait(500);
+        QVERIFY(tarvel::test::waitForStillScene(m_window.get())); // slides and fades
         snapshot(QStringLiteral("news_detail.png"));
     }
 

@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "tst_kits_support.h"
 
 #include "app/Q9FatherViewController.h"
@@ -109,7 +110,7 @@ private slots:
     {
         m_shares.clear();
         LogRecorder::clear();
-        platform::Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         platform::UrlOpener::shared().clearHistory();
         platform::UrlOpener::shared().setHandler([](const QUrl &) { return true; });
     }
@@ -343,7 +344,7 @@ private slots:
         QVERIFY(!prompt.isShown());
         QCOMPARE(states(), (QList<SSResponseState>{SSResponseStateBegin, SSResponseState(state)}));
         QVERIFY(m_shares.last().end);
-        QCOMPARE(platform::Hud::shared().history(), QStringList{hud});
+        QCOMPARE(HudRecorder::shared().history(), QStringList{hud});
         QCOMPARE(becameActive.count(), 1);
         QCOMPARE(Application::shared().applicationState(), Application::Active);
     }
@@ -361,7 +362,7 @@ private slots:
         ShareQrPrompt::shared().done();
         Application::shared().setDelegate(delegate);
         QCOMPARE(states(), (QList<SSResponseState>{SSResponseStateBegin, SSResponseStateCancel}));
-        QVERIFY(platform::Hud::shared().history().isEmpty());
+        QVERIFY(HudRecorder::shared().history().isEmpty());
 
         m_shares.clear();
         ShareSDK::clientShareContent(gameContent(), ShareTypeWeixiSession, recordShares());

@@ -3,6 +3,7 @@
 // Shared by the kit, payment and push tests: a log recorder, waiting for store answers, the
 // signed-in demo user, and a phone-sized window showing the app's window for screenshots.
 
+#include "QuickTestItems.h"
 #include "TestEnvironment.h"
 
 #include "app/AppDelegate.h"
@@ -142,7 +143,8 @@ public:
     // Lets animations end and one frame draw, then writes the window to the artifacts folder.
     bool snapshot(const QString &fileName)
     {
-        QTest::qWait(400);
+        if (!tarvel::test::waitForStillScene(m_window.get()))
+            return false;
         QSignalSpy swapped(m_window.get(), &QQuickWindow::frameSwapped);
         m_window->update();
         swapped.wait(5000);

@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "ScriptedHttpServer.h"
 #include "TestEnvironment.h"
 #include "tst_home_fixture.h"
@@ -68,7 +69,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!news->refreshFooter()->isLoading(), 3000);
         QCOMPARE(news->pageMain(), 2);
         const QList<QVariantMap> rowsBefore = news->mainTable()->rows();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
 
         if (pullDown)
             news->refreshHeader()->beginRefreshing();
@@ -83,7 +84,7 @@ private slots:
         QVERIFY(!news->refreshFooter()->isLoading());
         QCOMPARE(news->mainTable()->rows(), rowsBefore);
         QCOMPARE(news->mainTable()->count(), 23);
-        QCOMPARE(Hud::shared().history(), QStringList{QStringLiteral("加载中...")});
+        QCOMPARE(HudRecorder::shared().history(), QStringList{QStringLiteral("加载中...")});
     }
 
     void rowOpensTheNewsPage()
@@ -116,8 +117,8 @@ private slots:
         QCOMPARE(page->rightBarItem()->imageName(), QStringLiteral("common_share"));
         QTRY_COMPARE(page->loadState(), NewsDetailViewController::Loaded);
         QCOMPARE(page->pageTitle(), QStringLiteral("Tarvel 资讯中心"));
-        QCOMPARE(Hud::shared().records().first(),
-                 (Hud::Record{Hud::Progress, QStringLiteral("正在加载"), false}));
+        QCOMPARE(HudRecorder::shared().records().first(),
+                 (HudRecorder::Record{Hud::Progress, QStringLiteral("正在加载"), false}));
         QVERIFY(!Hud::shared().isVisible());
         QVERIFY(host.tabBar()->isHide());
         QCOMPARE(m_server->lastRequest().path, QStringLiteral("/news"));

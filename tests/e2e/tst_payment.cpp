@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "tst_kits_support.h"
 
 #include "InProcessStore.h"
@@ -137,7 +138,7 @@ private slots:
         forgetPendingPayment();
         m_reports.clear();
         LogRecorder::clear();
-        platform::Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
     }
 
     void cleanup() { forgetPendingPayment(); }
@@ -355,8 +356,7 @@ private slots:
         QCOMPARE(m_reports, reports);
         // Only an answer WeChat's handler read ends the pending payment.
         QCOMPARE(app()->isWeChatPay(), pending && !handled);
-        QCOMPARE(platform::Hud::shared().history(),
-                 hud.isEmpty() ? QStringList() : QStringList{hud});
+        QCOMPARE(HudRecorder::shared().history(), hud.isEmpty() ? QStringList() : QStringList{hud});
     }
 
     void sheetScreenshot()

@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "TestEnvironment.h"
 
 #include "platform/TextHolder.h"
@@ -10,9 +11,12 @@
 #include "platform/ui/Switch.h"
 #include "platform/ui/TextField.h"
 #include "platform/ui/TextView.h"
+#include "platform/ui/UIAlertViewBlock.h"
 #include "platform/ui/UrlOpener.h"
 
 #include <QSignalSpy>
+
+#include <optional>
 
 using namespace platform;
 
@@ -26,7 +30,7 @@ private slots:
     void init()
     {
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         Hud::shared().setAutoDismissInterval(Hud::DefaultAutoDismissMs);
         AlertCenter::shared().clear();
         UrlOpener::shared().setHandler({});
@@ -189,9 +193,9 @@ private slots:
         QCOMPARE(hud.text(), QStringLiteral("请输入密码"));
         QCOMPARE(hud.kind(), Hud::Error);
         QVERIFY(!hud.isMasked());
-        QCOMPARE(hud.history(), (QStringList{"正在登录...", "请输入密码"}));
-        QCOMPARE(hud.records().constFirst(),
-                 (Hud::Record{Hud::Progress, QStringLiteral("正在登录..."), true}));
+        QCOMPARE(HudRecorder::shared().history(), (QStringList{"正在登录...", "请输入密码"}));
+        QCOMPARE(HudRecorder::shared().records().constFirst(),
+                 (HudRecorder::Record{Hud::Progress, QStringLiteral("正在登录..."), true}));
         hud.dismiss();
         QVERIFY(!hud.isVisible());
         QVERIFY(!hud.isMasked()); // a dismissed HUD blocks nothing
@@ -304,6 +308,53 @@ private slots:
         QCOMPARE(chosen, QList<int>{int(byIndex.size()) - 1});
         QVERIFY(!center.isActive());
         QVERIFY(!center.choose(0)); // nothing shown any more
+    }
+
+    void alertViewBlockShowsAndRunsItsBlocks_data()
+    {
+        QTest::addColumn<QString>("cancel");
+        QTest::addColumn<int>("chosen");
+        QTest::addColumn<bool>("cancelled");
+        QTest::addColumn<bool>("dismissed");
+        QTest::addColumn<int>("dismissIndex");
+        QTest::newRow("cancel") << "取消" << 0 << true << false << 0;
+        QTest::newRow("first other button") << "取消" << 1 << false << true << 0;
+        QTest::newRow("second other button") << "取消" << 2 << false << true << 1;
+        // The button's index minus 1 also without a cancel button, where the first gets -1.
+        QTest::newRow("no cancel button, first") << QString() << 0 << false << true << -1;
+        QTest::newRow("no cancel button, second") << QString() << 1 << false << true << 0;
+    }
+
+    // The block alert shows through the alert centre at once; the user's choice runs its blocks.
+    void alertViewBlockShowsAndRunsItsBlocks()
+    {
+        QFETCH(QString, cancel);
+        QFETCH(int, chosen);
+        QFETCH(bool, cancelled);
+        QFETCH(bool, dismissed);
+        QFETCH(int, dismissIndex);
+
+        bool cancelRan = false;
+        std::optional<int> dismissedWith;
+        const QStringList others{QStringLiteral("确定"), QStringLiteral("稍后")};
+        UIAlertViewBlock::alertViewWithTitle(
+                QStringLiteral("提示"), QStringLiteral("确定删除吗？"), cancel, others,
+                [&](int index) { dismissedWith = index; }, [&] { cancelRan = true; });
+
+        AlertCenter &center = AlertCenter::shared();
+        QVERIFY(center.isActive());
+        QCOMPARE(center.style(), AlertCenter::Alert);
+        QCOMPARE(center.title(), QStringLiteral("提示"));
+        QCOMPARE(center.message(), QStringLiteral("确定删除吗？"));
+        QCOMPARE(center.buttonTitles(), cancel.isEmpty() ? others : QStringList{cancel} + others);
+        QVERIFY(!cancelRan && !dismissedWith); // nothing runs before the choice
+
+        QVERIFY(center.choose(chosen));
+        QCOMPARE(cancelRan, cancelled);
+        QCOMPARE(dismissedWith.has_value(), dismissed);
+        if (dismissed)
+            QCOMPARE(*dismissedWith, dismissIndex);
+        QVERIFY(!center.isActive());
     }
 
     void alertsWaitTheirTurn()

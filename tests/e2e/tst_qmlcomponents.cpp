@@ -495,7 +495,7 @@ private slots:
         gallery->resize(375, 1060);
         QVERIFY(QTest::qWaitForWindowExposed(gallery));
         stack->pushViewController(new Screen(QStringLiteral("我的订单")), false);
-        QTest::qWait(400);
+        QVERIFY(tarvel::test::waitForStillScene(gallery));
 
         const auto shoot = [gallery](const QString &name) {
             const QImage image = gallery->grabWindow();
@@ -505,26 +505,26 @@ private slots:
         shoot(QStringLiteral("gallery.png"));
 
         Hud::shared().showWithStatus(QStringLiteral("正在加载"), true);
-        QTest::qWait(300);
+        QVERIFY(tarvel::test::waitForStillScene(gallery));
         shoot(QStringLiteral("gallery-hud-progress.png"));
         Hud::shared().showSuccessWithStatus(QStringLiteral("登录成功"), true);
-        QTest::qWait(300);
+        QVERIFY(tarvel::test::waitForStillScene(gallery));
         shoot(QStringLiteral("gallery-hud-success.png"));
         Hud::shared().showErrorWithStatus(QStringLiteral("继续操作前请先到邮箱激活您的账号"));
-        QTest::qWait(300);
+        QVERIFY(tarvel::test::waitForStillScene(gallery));
         shoot(QStringLiteral("gallery-hud-error.png"));
         Hud::shared().dismiss();
 
         AlertCenter::shared().showAlert(QStringLiteral("提示"),
                                         QStringLiteral("确定要取消这个订单吗？"),
                                         QStringLiteral("取消"), {QStringLiteral("确定")});
-        QTest::qWait(300);
+        QVERIFY(tarvel::test::waitForStillScene(gallery));
         shoot(QStringLiteral("gallery-alert.png"));
         AlertCenter::shared().choose(0);
         AlertCenter::shared().showActionSheet(QStringLiteral("选择照片"), QStringLiteral("取消"),
                                               QStringLiteral("相机拍照获取"),
                                               {QStringLiteral("相册获取")});
-        QTest::qWait(400);
+        QVERIFY(tarvel::test::waitForStillScene(gallery));
         shoot(QStringLiteral("gallery-actionsheet.png"));
         AlertCenter::shared().clear();
         settle();

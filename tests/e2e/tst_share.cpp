@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "TestEnvironment.h"
 
 #include "app/AppDelegate.h"
@@ -30,7 +31,7 @@ struct KitReport
 } // namespace
 
 Q_DECLARE_METATYPE(KitReport)
-Q_DECLARE_METATYPE(platform::Hud::Record)
+Q_DECLARE_METATYPE(HudRecorder::Record)
 
 // The share panel: its three targets and two reserved tags, the content it builds (absent values as
 // empty text), showing and hiding, and what each answer of the sharing kit shows.
@@ -56,7 +57,7 @@ private slots:
         recordShares();
         Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
     }
 
     void cleanupTestCase() { ICShareView::setShareFunction({}); }
@@ -192,28 +193,28 @@ private slots:
     void kitAnswers_data()
     {
         QTest::addColumn<QList<KitReport>>("reports");
-        QTest::addColumn<QList<Hud::Record>>("huds");
+        QTest::addColumn<QList<HudRecorder::Record>>("huds");
         QTest::addColumn<QString>("log"); // empty: nothing logged
 
         const KitReport begin{SSResponseStateBegin, 0, QString()};
         QTest::newRow("success") << QList<KitReport>{begin, {SSResponseStateSuccess, 0, QString()}}
-                                 << QList<Hud::Record>{{Hud::Success, "分享成功", true}}
+                                 << QList<HudRecorder::Record>{{Hud::Success, "分享成功", true}}
                                  << QString();
         QTest::newRow("failure") << QList<KitReport>{begin,
                                                      {SSResponseStateFail, 208, "网络连接失败"}}
-                                 << QList<Hud::Record>{{Hud::Error, "分享失败", true}}
+                                 << QList<HudRecorder::Record>{{Hud::Error, "分享失败", true}}
                                  << QStringLiteral("分享失败,错误码:208,错误描述:网络连接失败");
         QTest::newRow("cancelled")
                 << QList<KitReport>{begin, {SSResponseStateCancel, -2, QString()}}
-                << QList<Hud::Record>() << QString();
+                << QList<HudRecorder::Record>() << QString();
         QTest::newRow("only started")
-                << QList<KitReport>{begin} << QList<Hud::Record>() << QString();
+                << QList<KitReport>{begin} << QList<HudRecorder::Record>() << QString();
     }
 
     void kitAnswers()
     {
         QFETCH(QList<KitReport>, reports);
-        QFETCH(QList<Hud::Record>, huds);
+        QFETCH(QList<HudRecorder::Record>, huds);
         QFETCH(QString, log);
         ICShareView view;
         QVERIFY(view.arrayButtonShare().at(2)->tap());
@@ -225,7 +226,7 @@ private slots:
                                    {report.errorCode, report.errorDescription},
                                    report.state != SSResponseStateBegin);
         }
-        QCOMPARE(Hud::shared().records(), huds);
+        QCOMPARE(HudRecorder::shared().records(), huds);
     }
 
     // Through the app's sharing kit: Weibo's web share page opens in the browser.
@@ -250,8 +251,9 @@ private slots:
                  QStringLiteral("http://s/products/34"));
         QCOMPARE(query.queryItemValue(QStringLiteral("title"), QUrl::FullyDecoded),
                  QStringLiteral("霓虹都市里的冒险。"));
-        QTRY_COMPARE(Hud::shared().records(),
-                     (QList<Hud::Record>{{Hud::Success, QStringLiteral("分享成功"), true}}));
+        QTRY_COMPARE(
+                HudRecorder::shared().records(),
+                (QList<HudRecorder::Record>{{Hud::Success, QStringLiteral("分享成功"), true}}));
     }
 
     // A reserved target that no platform serves fails with the kit's code and description.
@@ -264,8 +266,8 @@ private slots:
         reserved.setTag(5003);
         QTest::ignoreMessage(QtInfoMsg, "分享失败,错误码:20001,错误描述:尚未配置该分享平台");
         view.clickButtonShare(&reserved);
-        QTRY_COMPARE(Hud::shared().records(),
-                     (QList<Hud::Record>{{Hud::Error, QStringLiteral("分享失败"), true}}));
+        QTRY_COMPARE(HudRecorder::shared().records(),
+                     (QList<HudRecorder::Record>{{Hud::Error, QStringLiteral("分享失败"), true}}));
     }
 };
 

@@ -130,48 +130,6 @@ private slots:
                  QStringList({"setNavRightAction", "setNavLeftAction"}));
     }
 
-    void endEditingTapFilter_data()
-    {
-        QTest::addColumn<QString>("screen");
-        QTest::addColumn<bool>("onTextField");
-        QTest::addColumn<bool>("inListRow");
-        QTest::addColumn<bool>("delivered");
-
-        QTest::newRow("plain screen, background") << "plain" << false << false << true;
-        QTest::newRow("plain screen, text field") << "plain" << true << false << false;
-        QTest::newRow("plain screen, list row") << "plain" << false << true << false;
-        QTest::newRow("home") << "TabOneViewController" << false << false << true;
-        QTest::newRow("my page") << "TabFourViewController" << false << false << true;
-        QTest::newRow("sign-in") << "NavRootViewController" << false << false << true;
-        QTest::newRow("cart (rows take taps)")
-                << "TabThreeViewController" << false << false << false;
-        QTest::newRow("messages (rows take taps)")
-                << "MyMessageViewController" << false << false << false;
-    }
-
-    void endEditingTapFilter()
-    {
-        QFETCH(QString, screen);
-        QFETCH(bool, onTextField);
-        QFETCH(bool, inListRow);
-        QFETCH(bool, delivered);
-
-        std::unique_ptr<Q9FatherViewController> controller;
-        if (screen == QLatin1String("TabOneViewController"))
-            controller = std::make_unique<TabOneViewController>();
-        else if (screen == QLatin1String("TabFourViewController"))
-            controller = std::make_unique<TabFourViewController>();
-        else if (screen == QLatin1String("NavRootViewController"))
-            controller = std::make_unique<NavRootViewController>();
-        else if (screen == QLatin1String("TabThreeViewController"))
-            controller = std::make_unique<TabThreeViewController>();
-        else if (screen == QLatin1String("MyMessageViewController"))
-            controller = std::make_unique<MyMessageViewController>();
-        else
-            controller = std::make_unique<Q9FatherViewController>();
-        QCOMPARE(controller->shouldReceiveEndEditingTap(onTextField, inListRow), delivered);
-    }
-
     void countdownRunsSixtyTicks()
     {
         AppDelegate *delegate = AppDelegate::shared();

@@ -3,6 +3,7 @@
 // Shared by the shell tests: bringing the application delegate back to a fresh start between
 // cases, and catching what QML complains about.
 
+#include "HudRecorder.h"
 #include "QuickTestItems.h"
 #include "app/AppDelegate.h"
 #include "app/ICTabBarController.h"
@@ -44,7 +45,7 @@ inline void resetApplication()
         defaults.removeObjectForKey(QString::fromLatin1(key));
     defaults.synchronize();
     platform::Hud::shared().dismiss();
-    platform::Hud::shared().clearHistory();
+    HudRecorder::shared().clear();
     platform::AlertCenter::shared().clear();
     settle();
 }

@@ -316,7 +316,7 @@ private slots:
         ICTabBarController *tabBar = launch();
         tabBar->hideTabBar(true);
         tabBar->hideTabBar(false);
-        QTest::qWait(2 * ICTabBarView::HideAnimationMs);
+        QTRY_VERIFY(!tabBar->isHideAnimationRunning());
         QVERIFY(!tabBar->isHide());
         QVERIFY(!tabBar->isTabBarHidden());
     }

@@ -1,4 +1,6 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
+#include "NetWorkReplies.h"
 #include "ScriptedHttpServer.h"
 #include "StoreContext.h"
 #include "TestEnvironment.h"
@@ -50,18 +52,18 @@ void store(const QString &key, const QVariant &value)
     UserDefaults::standard().synchronize();
 }
 
-QList<Hud::Record> hudRecords()
+QList<HudRecorder::Record> hudRecords()
 {
-    return Hud::shared().records();
+    return HudRecorder::shared().records();
 }
 
-Hud::Record errorHud(const QString &text, bool masked)
+HudRecorder::Record errorHud(const QString &text, bool masked)
 {
     return {Hud::Error, text, masked};
 }
 
-const Hud::Record SigningIn{Hud::Progress, QStringLiteral("正在登录..."), true};
-const Hud::Record SignedIn{Hud::Success, QStringLiteral("登录成功"), true};
+const HudRecorder::Record SigningIn{Hud::Progress, QStringLiteral("正在登录..."), true};
+const HudRecorder::Record SignedIn{Hud::Success, QStringLiteral("登录成功"), true};
 
 QByteArray signInAnswer(const QByteArray &data)
 {
@@ -70,11 +72,11 @@ QByteArray signInAnswer(const QByteArray &data)
 
 } // namespace
 
-Q_DECLARE_METATYPE(platform::Hud::Record)
+Q_DECLARE_METATYPE(HudRecorder::Record)
 
 namespace QTest {
 template<>
-char *toString(const Hud::Record &record)
+char *toString(const HudRecorder::Record &record)
 {
     return qstrdup(QStringLiteral("(%1, \"%2\", mask %3)")
                            .arg(int(record.kind))
@@ -162,7 +164,7 @@ private slots:
         ICSessionHelper::userClearData();
         AppDelegate::shared()->setUserLogin(std::nullopt);
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         m_completions.clear();
         tarvel::test::QmlWarnings::clear();
     }
@@ -237,8 +239,8 @@ private slots:
         NavRootViewController *signIn = presentSignIn();
         QVERIFY(signIn);
         typeAndSignIn(signIn, account, password);
-        QTest::qWait(100);
-        QCOMPARE(hudRecords(), QList<Hud::Record>{errorHud(shown, true)});
+        QCOMPARE(tarvel::test::repliesAlive(), 0); // refused before asking
+        QCOMPARE(hudRecords(), QList<HudRecorder::Record>{errorHud(shown, true)});
         QCOMPARE(server.requestCount(), 0);
         QCOMPARE(m_window->presentedCount(), 1);
     }
@@ -263,8 +265,8 @@ private slots:
         QCOMPARE(server.lastRequest().formValue(QStringLiteral("account[password]")),
                  QStringLiteral("x"));
         QVERIFY(waitForOutcome(2));
-        QCOMPARE(hudRecords(),
-                 (QList<Hud::Record>{SigningIn, errorHud(QStringLiteral("请输入账号"), true)}));
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{
+                                       SigningIn, errorHud(QStringLiteral("请输入账号"), true)}));
     }
 
     void signsInAndKeepsTheSession_data()
@@ -329,7 +331,7 @@ private slots:
         QCOMPARE(nameAtCompletion.toString(), account);
 
         QTRY_COMPARE(m_window->presentedCount(), 0);
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{SigningIn, SignedIn}));
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{SigningIn, SignedIn}));
         // The cart read after sign-in brings the count of the cart_num cookie.
         QTRY_COMPARE_WITH_TIMEOUT(storedValue(QStringLiteral("cartnum")).toString(), cartCount,
                                   10000);
@@ -377,7 +379,7 @@ private slots:
         QVERIFY(signIn);
         typeAndSignIn(signIn, account, password);
         QVERIFY(waitForOutcome(2));
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{SigningIn, errorHud(shown, masked)}));
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{SigningIn, errorHud(shown, masked)}));
         QCOMPARE(m_window->presentedCount(), 1);
         QCOMPARE(signIn->navigationController()->depth(), 1);
         QVERIFY(m_completions.isEmpty());
@@ -401,8 +403,8 @@ private slots:
         typeAndSignIn(signIn, QStringLiteral("13800138000"), DemoPassword);
         QVERIFY(waitForOutcome(2));
         QCOMPARE(hudRecords(),
-                 (QList<Hud::Record>{SigningIn,
-                                     errorHud(QStringLiteral("网络通信错误，数据异常"), true)}));
+                 (QList<HudRecorder::Record>{
+                         SigningIn, errorHud(QStringLiteral("网络通信错误，数据异常"), true)}));
     }
 
     void fiveFailuresLockTheAccountAndOpenUnlock()
@@ -418,7 +420,7 @@ private slots:
                 QStringLiteral("账号或密码错误，再输错1次账号将被锁定"),
         };
         for (const QString &warning : warnings) {
-            Hud::shared().clearHistory();
+            HudRecorder::shared().clear();
             typeAndSignIn(signIn, account, QStringLiteral("not-it"));
             QVERIFY(waitForOutcome(2));
             QCOMPARE(hudRecords().constLast(), errorHud(warning, true));
@@ -426,7 +428,7 @@ private slots:
         }
 
         // The fifth failure locks: the unlock screen opens and the HUD says why.
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         typeAndSignIn(signIn, account, QStringLiteral("not-it"));
         QVERIFY(waitForOutcome(2));
         QCOMPARE(hudRecords().constLast(), errorHud(QStringLiteral("账号被锁定"), false));
@@ -439,7 +441,7 @@ private slots:
         // Even the right password is refused now, the same way.
         stack->popViewController(false);
         tarvel::test::settle();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         typeAndSignIn(signIn, account, QStringLiteral("secret123"));
         QVERIFY(waitForOutcome(2));
         QCOMPARE(hudRecords().constLast(), errorHud(QStringLiteral("账号被锁定"), false));
@@ -451,7 +453,7 @@ private slots:
     {
         QTest::addColumn<QByteArray>("answer");
         QTest::addColumn<bool>("opensUnlock");
-        QTest::addColumn<Hud::Record>("shown");
+        QTest::addColumn<HudRecorder::Record>("shown");
         QTest::newRow("number 601") << QByteArray("{\"status\":\"error\",\"data\":null,\"message\":"
                                                   "\"authentication.failure.locked\",\"code\":601}")
                                     << true << errorHud(QStringLiteral("账号被锁定"), false);
@@ -470,7 +472,7 @@ private slots:
     {
         QFETCH(QByteArray, answer);
         QFETCH(bool, opensUnlock);
-        QFETCH(Hud::Record, shown);
+        QFETCH(HudRecorder::Record, shown);
         ScriptedHttpServer server;
         QVERIFY(server.listen());
         useService(server.baseUrl());
@@ -526,10 +528,11 @@ private slots:
         QCOMPARE(server.requests().at(1).method, QByteArray("GET"));
         QCOMPARE(server.requests().at(1).path, QStringLiteral("/cart.json"));
         QTRY_COMPARE(storedValue(QStringLiteral("cartnum")).toString(), cartCount);
-        QTest::qWait(50);
+        QTRY_COMPARE(tarvel::test::repliesAlive(),
+                     0); // every answer handled: nothing changes it later
         QCOMPARE(storedValue(QStringLiteral("cartnum")).toString(), cartCount);
         // The cart read shows nothing of its own.
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{SigningIn, SignedIn}));
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{SigningIn, SignedIn}));
     }
 
     void answerWithoutUserStillSignsIn()
@@ -545,7 +548,7 @@ private slots:
         typeAndSignIn(signIn, QStringLiteral("13800138000"), DemoPassword);
         QTRY_COMPARE(m_completions, QList<qint64>{1});
         QTRY_COMPARE(m_window->presentedCount(), 0);
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{SigningIn, SignedIn}));
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{SigningIn, SignedIn}));
         QCOMPARE(storedValue(QStringLiteral("username")).toString(), QStringLiteral("13800138000"));
         QVERIFY(!AppDelegate::shared()->userLogin());
         QVERIFY(!ICSessionHelper::userGetinfo());
@@ -564,7 +567,7 @@ private slots:
         QCOMPARE(notKept.viewFather(), qint64(0));
         typeAndSignIn(signIn, QStringLiteral("13800138000"), DemoPassword);
         QTRY_COMPARE_WITH_TIMEOUT(m_window->presentedCount(), 0, 10000);
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{SigningIn, SignedIn}));
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{SigningIn, SignedIn}));
         QVERIFY(AppDelegate::shared()->userLogin());
     }
 
@@ -622,7 +625,7 @@ private slots:
         QVERIFY(phone.findText(QStringLiteral("登录"))); // the bar's title
         QVERIFY(phone.findText(QStringLiteral("找回密码")));
         QVERIFY(phone.findText(QStringLiteral("注册")));
-        QTest::qWait(400); // the sheet's slide
+        QVERIFY(tarvel::test::waitForStillScene(phone.window())); // the sheet's slide
         QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("signin.png")));
 
@@ -635,15 +638,17 @@ private slots:
             QTest::keyClick(phone.window(), key);
         QCOMPARE(signIn->fieldUser()->text(), QStringLiteral("13800138000"));
         phone.click(phone.findItem(QStringLiteral("buttonLogin")));
-        QCOMPARE(hudRecords(), QList<Hud::Record>{errorHud(QStringLiteral("请输入密码"), true)});
-        QTest::qWait(200);
+        QCOMPARE(hudRecords(),
+                 QList<HudRecorder::Record>{errorHud(QStringLiteral("请输入密码"), true)});
+        QVERIFY(tarvel::test::waitForStillScene(phone.window()));
+        QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("signin-error.png")));
         Hud::shared().dismiss();
 
         // The recovery link opens its page, which says the function is on its way.
         phone.click(phone.findItem(QStringLiteral("buttonForget")));
         QTRY_VERIFY(phone.findText(QStringLiteral("找回方式")));
-        QTest::qWait(400);
+        QVERIFY(tarvel::test::waitForStillScene(phone.window()));
         QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("findpassword.png")));
         QVERIFY2(tarvel::test::QmlWarnings::messages().isEmpty(),

@@ -1,5 +1,6 @@
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
+#include "StoreProcess.h"
 #include "TestEnvironment.h"
 
 #include "app/AppDelegate.h"
@@ -23,7 +24,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
-#include <QTcpServer>
 #include <QTemporaryDir>
 
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
@@ -32,13 +32,6 @@ using tarvel::test::findAllNamed;
 using tarvel::test::findNamed;
 
 namespace {
-
-int freePort()
-{
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost, 0);
-    return probe.serverPort();
-}
 
 // GET `url` and the decoded "data" of the store's answer.
 QVariant storeData(QNetworkAccessManager &network, const QString &url)
@@ -88,7 +81,7 @@ private:
 
     void snapshot(const QString &name)
     {
-        QTest::qWait(450);
+        QVERIFY(tarvel::test::waitForStillScene(m_window));
         QVERIFY(WindowSnapshot::save(
                 m_window, QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name)));
     }
@@ -111,15 +104,13 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_storeFolder.isValid());
-        const int port = freePort();
+        // The store picks its port and says which; nothing can take it in between.
+        const int port = tarvel::test::startStoreOnAnyPort(
+                m_storeProcess,
+                {QStringLiteral("--db"), m_storeFolder.filePath(QStringLiteral("store.sqlite")),
+                 QStringLiteral("--quiet")});
+        QVERIFY(port > 0);
         m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
-        m_storeProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_storeProcess.start(tarvel::test::InProcessStore::executablePath(),
-                             {QStringLiteral("--port"), QString::number(port),
-                              QStringLiteral("--db"),
-                              m_storeFolder.filePath(QStringLiteral("store.sqlite")),
-                              QStringLiteral("--quiet")});
-        QVERIFY(m_storeProcess.waitForStarted(10000));
         QVERIFY(QTest::qWaitFor(
                 [this] { return storeData(m_network, m_baseUrl + "/store.json").isValid(); },
                 30000));

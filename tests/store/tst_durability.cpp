@@ -1,4 +1,5 @@
 #include "InProcessStore.h"
+#include "StoreProcess.h"
 #include "StoreSeed.h"
 #include "TestEnvironment.h"
 
@@ -27,28 +28,11 @@ private:
 
     QString database() const { return m_directory.filePath(QStringLiteral("store.sqlite")); }
 
-    // Starts the program on a free port and returns it.
+    // Starts the program on a port it picks itself and returns that port.
     static int start(QProcess &process, const QStringList &arguments)
     {
-        process.setProgram(InProcessStore::executablePath());
-        process.setArguments(arguments
-                             + QStringList{QStringLiteral("--port"), QStringLiteral("0"),
-                                           QStringLiteral("--quiet")});
-        process.setProcessChannelMode(QProcess::SeparateChannels);
-        process.start();
-        if (!process.waitForStarted(10000))
-            return 0;
-        QByteArray output;
-        const QRegularExpression listening(
-                QStringLiteral("listening on http://127\\.0\\.0\\.1:(\\d+)"));
-        for (int i = 0; i < 100; ++i) {
-            process.waitForReadyRead(200);
-            output += process.readAllStandardOutput();
-            const auto match = listening.match(QString::fromUtf8(output));
-            if (match.hasMatch())
-                return match.captured(1).toInt();
-        }
-        return 0;
+        return tarvel::test::startStoreOnAnyPort(
+                process, arguments + QStringList{QStringLiteral("--quiet")});
     }
 
     static std::pair<httplib::Headers, std::string> signIn(httplib::Client &http)
@@ -122,14 +106,13 @@ private slots:
         std::vector<std::thread> buyers;
         for (int i = 0; i < 4; ++i)
             buyers.emplace_back(buyer, 60 + i);
-        for (int waited = 0; waited < 3000; ++waited) {
-            {
-                std::lock_guard lock(answeredMutex);
-                if (answered.size() >= 60)
-                    break;
-            }
-            QTest::qWait(10);
-        }
+        // Until 60 orders are answered (or half a minute passes: the kill then comes anyway).
+        QTest::qWaitFor(
+                [&] {
+                    std::lock_guard lock(answeredMutex);
+                    return answered.size() >= 60;
+                },
+                30000);
         store.kill(); // SIGKILL while the buyers keep writing
         store.waitForFinished(10000);
         stop = true;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QMessageLogContext>
 #include <QPointer>
@@ -85,6 +86,42 @@ inline bool tapWhenStill(QQuickWindow *window, QQuickItem *item)
         return false;
     QTest::mouseClick(window, Qt::LeftButton, {}, centre.toPoint());
     return true;
+}
+
+// Where every item of the scene is and how it shows: scene position, size, opacity, visibility.
+inline void collectPlacement(QQuickItem *item, QList<qreal> &into)
+{
+    const QPointF at = item->mapToScene(QPointF(0, 0));
+    into << at.x() << at.y() << item->width() << item->height() << item->opacity()
+         << (item->isVisible() ? 1 : 0);
+    for (QQuickItem *child : item->childItems())
+        collectPlacement(child, into);
+}
+
+// Waits until the scene stops moving: nothing slides, fades or changes size between two looks a
+// few frames apart. Slides and fades end this way without a test guessing how long they take;
+// endless spinners (a rotation) do not count as movement.
+inline bool waitForStillScene(QQuickWindow *window, int timeoutMs = 5000)
+{
+    if (!window)
+        return false;
+    constexpr int FramesApartMs = 50;
+    QList<qreal> previous;
+    collectPlacement(window->contentItem(), previous);
+    QElapsedTimer sinceLook;
+    sinceLook.start();
+    return QTest::qWaitFor(
+            [&] {
+                if (sinceLook.elapsed() < FramesApartMs)
+                    return false;
+                QList<qreal> current;
+                collectPlacement(window->contentItem(), current);
+                sinceLook.restart();
+                const bool still = current == previous;
+                previous = std::move(current);
+                return still;
+            },
+            timeoutMs);
 }
 
 // The first shown text item showing exactly `text`.

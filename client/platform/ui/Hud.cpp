@@ -50,9 +50,8 @@ void Hud::show(Kind kind, const QString &text, bool mask)
     m_kind = kind;
     m_text = text;
     m_masked = mask;
-    m_history.append({kind, text, mask});
     emit changed();
-    emit shown(kind, text);
+    emit shown(kind, text, mask);
 }
 
 void Hud::dismiss()
@@ -64,14 +63,6 @@ void Hud::dismiss()
     m_masked = false;
     emit changed();
     emit dismissed();
-}
-
-QStringList Hud::history() const
-{
-    QStringList texts;
-    for (const Record &record : m_history)
-        texts.append(record.text);
-    return texts;
 }
 
 } // namespace platform

@@ -29,14 +29,6 @@ public:
     enum Kind { Progress, Success, Error };
     Q_ENUM(Kind)
 
-    struct Record
-    {
-        Kind kind;
-        QString text;
-        bool masked;
-        bool operator==(const Record &) const = default;
-    };
-
     static constexpr int DefaultAutoDismissMs = 1500;
 
     static Hud &shared();
@@ -57,14 +49,10 @@ public:
     void setAutoDismissInterval(int ms) { m_autoDismiss.setInterval(ms); }
     bool isAutoDismissScheduled() const { return m_autoDismiss.isActive(); }
 
-    // Everything shown since the last clearHistory(), oldest first.
-    QList<Record> records() const { return m_history; }
-    QStringList history() const;
-    void clearHistory() { m_history.clear(); }
-
 signals:
     void changed();
-    void shown(platform::Hud::Kind kind, const QString &text);
+    // Each text as it is shown; the HUD keeps no record of them (tests listen here).
+    void shown(platform::Hud::Kind kind, const QString &text, bool masked);
     void dismissed();
 
 private:
@@ -76,7 +64,6 @@ private:
     Kind m_kind = Progress;
     bool m_masked = false;
     QTimer m_autoDismiss;
-    QList<Record> m_history;
 };
 
 } // namespace platform

@@ -24,8 +24,8 @@ Item {
             Text {
                 anchors.centerIn: parent
                 text: "敬请期待"
-                color: "white"
-                font.pixelSize: 13
+                color: Theme.textOnDark
+                font.pixelSize: Theme.fontSubhead
             }
         }
         Text {
@@ -33,7 +33,7 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             text: view.controller ? view.controller.note : ""
             color: Theme.textSecondary
-            font.pixelSize: 14
+            font.pixelSize: Theme.fontCallout
             wrapMode: Text.Wrap
         }
     }

@@ -13,13 +13,6 @@
 
 namespace {
 
-QUrl browserUrl(const QString &url)
-{
-    if (url.startsWith(QLatin1String("http")))
-        return QUrl(url);
-    return QUrl(ApiBaseUrl() + (url.startsWith(QLatin1Char('/')) ? url : QLatin1Char('/') + url));
-}
-
 platform::ViewController *makeGameDetail(const QString &gameId)
 {
     auto *detail = new GoodsDetailViewController;
@@ -45,7 +38,8 @@ void MessageLink::follow(const QString &url, platform::NavigationController *nav
         openGameDetail(navigation, *gameId);
         return;
     }
-    platform::UrlOpener::shared().openURL(browserUrl(url));
+    // A relative address is the store's page, as for a carousel entry (absoluteAddress).
+    platform::UrlOpener::shared().openURL(QUrl(absoluteAddress(url)));
 }
 
 void MessageLink::openGameDetail(platform::NavigationController *navigation, const QString &gameId)

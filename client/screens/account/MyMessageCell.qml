@@ -13,7 +13,7 @@ ItemDelegate {
     padding: 0
     background: Rectangle {
         radius: 6
-        color: cell.pressed ? "#ececf1" : "white"
+        color: cell.pressed ? Theme.rowPressed : Theme.cardBackground
     }
     contentItem: Item {
         Image {
@@ -34,7 +34,7 @@ ItemDelegate {
             anchors.verticalCenter: parent.verticalCenter
             text: cell.title
             color: Theme.textPrimary
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
             elide: Text.ElideRight
             maximumLineCount: 2
             wrapMode: Text.Wrap
@@ -46,7 +46,7 @@ ItemDelegate {
             anchors.verticalCenter: parent.verticalCenter
             text: cell.time
             color: Theme.textSecondary
-            font.pixelSize: 12
+            font.pixelSize: Theme.fontFootnote
         }
     }
 }

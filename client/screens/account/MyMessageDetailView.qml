@@ -33,7 +33,7 @@ Item {
             width: parent.width - 24
             height: content.height + 32
             radius: 6
-            color: "white"
+            color: Theme.cardBackground
 
             Column {
                 id: content
@@ -46,21 +46,21 @@ Item {
                     width: parent.width
                     text: view.controller ? view.controller.messageTitle : ""
                     color: Theme.textPrimary
-                    font.pixelSize: 17
+                    font.pixelSize: Theme.fontTitle3
                     font.weight: Font.Medium
                     wrapMode: Text.Wrap
                 }
                 Text {
                     text: view.controller ? view.controller.messageDate : ""
                     color: Theme.textSecondary
-                    font.pixelSize: 12
+                    font.pixelSize: Theme.fontFootnote
                 }
                 Rectangle { width: parent.width; height: 1; color: Theme.separator }
                 Text {
                     width: parent.width
                     text: view.controller ? view.controller.messageContent : ""
                     color: Theme.textPrimary
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontBody
                     lineHeight: 1.3
                     wrapMode: Text.Wrap
                 }
@@ -68,7 +68,7 @@ Item {
                     visible: view.controller !== null && view.controller.hasLink
                     text: "点击查看详情 ›"
                     color: Theme.link
-                    font.pixelSize: 14
+                    font.pixelSize: Theme.fontCallout
                 }
             }
         }

@@ -63,13 +63,13 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             text: "暂无消息"
             color: Theme.textSecondary
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
         }
         Text {
             anchors.horizontalCenter: parent.horizontalCenter
             text: "收到的推送消息会显示在这里"
             color: Theme.textPlaceholder
-            font.pixelSize: 12
+            font.pixelSize: Theme.fontFootnote
         }
     }
 }

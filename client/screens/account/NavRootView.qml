@@ -14,8 +14,8 @@ Item {
     Rectangle {
         anchors.fill: parent
         gradient: Gradient {
-            GradientStop { position: 0; color: "#3c66b7" }
-            GradientStop { position: 1; color: "#1d3566" }
+            GradientStop { position: 0; color: Theme.navigationBar }
+            GradientStop { position: 1; color: Theme.navigationBarDeep }
         }
     }
     Image {
@@ -29,7 +29,7 @@ Item {
     MouseArea {
         anchors.fill: parent
         onClicked: {
-            if (view.controller && view.controller.shouldReceiveEndEditingTap(false, false))
+            if (view.controller)
                 view.controller.setEndEdingAction()
         }
     }
@@ -53,7 +53,7 @@ Item {
             height: 88
             radius: width / 2
             color: "transparent"
-            border.color: "white"
+            border.color: Theme.textOnDark
             border.width: 2
             Image {
                 anchors.fill: parent
@@ -71,24 +71,24 @@ Item {
             width: parent.width
             height: 48
             state: view.controller ? view.controller.fieldUser : null
-            color: "white"
-            placeholderTextColor: Qt.rgba(1, 1, 1, 0.6)
-            selectionColor: Qt.rgba(1, 1, 1, 0.35)
+            color: Theme.textOnDark
+            placeholderTextColor: Theme.textOnDarkSecondary
+            selectionColor: Theme.textOnDarkSelection
             background: Item {}
         }
-        Rectangle { width: parent.width; height: 1; color: Qt.rgba(1, 1, 1, 0.45) }
+        Rectangle { width: parent.width; height: 1; color: Theme.lineOnDark }
 
         BoundTextField {
             objectName: "fieldPassword"
             width: parent.width
             height: 48
             state: view.controller ? view.controller.fieldPassword : null
-            color: "white"
-            placeholderTextColor: Qt.rgba(1, 1, 1, 0.6)
-            selectionColor: Qt.rgba(1, 1, 1, 0.35)
+            color: Theme.textOnDark
+            placeholderTextColor: Theme.textOnDarkSecondary
+            selectionColor: Theme.textOnDarkSelection
             background: Item {}
         }
-        Rectangle { width: parent.width; height: 1; color: Qt.rgba(1, 1, 1, 0.45) }
+        Rectangle { width: parent.width; height: 1; color: Theme.lineOnDark }
 
         Item { width: 1; height: 36 }
 

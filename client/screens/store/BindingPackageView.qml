@@ -7,7 +7,7 @@ Rectangle {
     id: view
     property BindingPackageViewContoller controller: null
 
-    color: "#f2f2f5"
+    color: Theme.listBackground
 
     ListView {
         id: list
@@ -31,7 +31,7 @@ Rectangle {
             objectName: "bindingPackageRow" + index
             width: list.width
             height: view.controller ? view.controller.rowHeight : 55
-            color: touch.pressed ? "#f4f4f6" : "white"
+            color: touch.pressed ? Theme.rowPressed : Theme.cardBackground
 
             Column {
                 anchors.left: parent.left
@@ -44,7 +44,7 @@ Rectangle {
                     width: parent.width
                     text: row.name
                     color: Theme.textPrimary
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontBody
                     elide: Text.ElideRight
                 }
                 Text {
@@ -52,7 +52,7 @@ Rectangle {
                     visible: text.length > 0
                     text: row.typeName
                     color: Theme.textSecondary
-                    font.pixelSize: 11
+                    font.pixelSize: Theme.fontCaption
                 }
             }
             Column {
@@ -76,8 +76,8 @@ Rectangle {
                             id: offLabel
                             anchors.centerIn: parent
                             text: row.off
-                            color: "white"
-                            font.pixelSize: 11
+                            color: Theme.textOnDark
+                            font.pixelSize: Theme.fontCaption
                             font.weight: Font.DemiBold
                         }
                     }
@@ -85,7 +85,7 @@ Rectangle {
                         anchors.verticalCenter: parent.verticalCenter
                         text: row.nowPrice
                         color: Theme.price
-                        font.pixelSize: 16
+                        font.pixelSize: Theme.fontHeadline
                         font.weight: Font.DemiBold
                     }
                 }
@@ -94,7 +94,7 @@ Rectangle {
                     visible: row.discounted
                     text: row.oldPrice
                     color: Theme.textSecondary
-                    font.pixelSize: 12
+                    font.pixelSize: Theme.fontFootnote
                     font.strikeout: true
                 }
             }
@@ -114,7 +114,7 @@ Rectangle {
                 anchors.right: parent.right
                 anchors.bottom: parent.bottom
                 height: 1
-                color: "#ececf0"
+                color: Theme.hairline
             }
             MouseArea {
                 id: touch

@@ -12,8 +12,8 @@ Rectangle {
     Text {
         anchors.centerIn: parent
         text: action.button ? action.button.title : ""
-        color: "white"
-        font.pixelSize: 16
+        color: Theme.textOnDark
+        font.pixelSize: Theme.fontHeadline
         font.weight: Font.DemiBold
     }
     MouseArea {

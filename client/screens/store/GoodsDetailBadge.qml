@@ -12,8 +12,8 @@ Rectangle {
     Text {
         id: label
         anchors.centerIn: parent
-        color: "white"
-        font.pixelSize: 12
+        color: Theme.textOnDark
+        font.pixelSize: Theme.fontFootnote
         font.weight: Font.DemiBold
     }
 }

@@ -7,7 +7,7 @@ Rectangle {
     property GoodsDetailBottomView bottomView: null
 
     height: 50
-    color: "white"
+    color: Theme.cardBackground
 
     Rectangle {
         width: parent.width
@@ -39,13 +39,13 @@ Rectangle {
             width: Math.max(16, badgeText.implicitWidth + 8)
             height: 16
             radius: 8
-            color: badge ? badge.backgroundColor : "transparent"
+            color: Theme.badge
             Text {
                 id: badgeText
                 anchors.centerIn: parent
                 text: parent.badge ? parent.badge.text : ""
-                color: parent.badge ? parent.badge.textColor : "white"
-                font.pixelSize: 10
+                color: Theme.textOnDark
+                font.pixelSize: Theme.fontCaption2
             }
         }
         MouseArea {
@@ -70,8 +70,8 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         visible: price !== null && !price.hidden
         text: price ? price.text : ""
-        color: price ? price.textColor : Theme.price
-        font.pixelSize: 18
+        color: Theme.price
+        font.pixelSize: Theme.fontTitle2
         font.weight: Font.DemiBold
         elide: Text.ElideRight
     }

@@ -10,10 +10,7 @@ GoodsDetailBottomView::GoodsDetailBottomView(QObject *parent)
     m_buttonOneKeyBuy = makeButton(OneKeyBuyButton, QStringLiteral("立即购买"));
     m_buttonAddToCart = makeButton(AddToCartButton, QStringLiteral("加入购物车"));
 
-    m_labelRedDot->setTextColor(Qt::white);
-    m_labelRedDot->setBackgroundColor(QColor(246, 66, 43));
     m_labelRedDot->setHidden(true);
-    m_labelPrice->setTextColor(QColor(0xe4, 0x39, 0x3c));
 }
 
 platform::Button *GoodsDetailBottomView::makeButton(ButtonIndex index, const QString &title)
@@ -21,7 +18,6 @@ platform::Button *GoodsDetailBottomView::makeButton(ButtonIndex index, const QSt
     auto *button = new platform::Button(this);
     button->setTag(index);
     button->setTitle(title);
-    button->setTitleColor(Qt::white);
     connect(button, &platform::Button::clicked, this, [this, index] {
         if (m_buttonCartBlock)
             m_buttonCartBlock(index);

@@ -1,16 +1,5 @@
 #include "screens/store/GoodsDetailCell.h"
 
-namespace {
-
-// Counts of related items in the shop's orange, the base game's name in link blue.
-QString emphasisColour(int linkType)
-{
-    return linkType == GoodsDetailCell::BaseGameLink ? QStringLiteral("#3c66b7")
-                                                     : QStringLiteral("#f9912d");
-}
-
-} // namespace
-
 GoodsDetailCell::GoodsDetailCell(const QString &identifier)
     : m_identifier(identifier)
 { }
@@ -46,15 +35,12 @@ void GoodsDetailCell::setCellContentWithContent(const QString &content)
     m_labelTitle = content;
 }
 
-QString GoodsDetailCell::styledTitle() const
+QStringList GoodsDetailCell::titleParts() const
 {
     const qsizetype at = m_emphasis.isEmpty() ? -1 : m_labelTitle.indexOf(m_emphasis);
     if (at < 0)
-        return m_labelTitle.toHtmlEscaped();
-    return m_labelTitle.left(at).toHtmlEscaped()
-           + QStringLiteral("<font color=\"%1\">%2</font>")
-                     .arg(emphasisColour(m_type), m_emphasis.toHtmlEscaped())
-           + m_labelTitle.mid(at + m_emphasis.size()).toHtmlEscaped();
+        return {m_labelTitle, QString(), QString()};
+    return {m_labelTitle.left(at), m_emphasis, m_labelTitle.mid(at + m_emphasis.size())};
 }
 
 QVariantMap GoodsDetailCell::toRow() const
@@ -63,7 +49,7 @@ QVariantMap GoodsDetailCell::toRow() const
             {QStringLiteral("identifier"), m_identifier},
             {QStringLiteral("tag"), m_labelTag},
             {QStringLiteral("title"), m_labelTitle},
-            {QStringLiteral("styledTitle"), styledTitle()},
+            {QStringLiteral("titleParts"), titleParts()},
             {QStringLiteral("icon"), m_imageIcon},
             {QStringLiteral("type"), m_type},
             {QStringLiteral("lookTag"), m_buttonLookTag},

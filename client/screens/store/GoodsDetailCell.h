@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVariantMap>
 
 // One row of the game detail table. One class, several layouts chosen by the identifier
@@ -32,8 +33,9 @@ public:
     QString labelTitle() const { return m_labelTitle; }
     QString imageIcon() const { return m_imageIcon; }
     int type() const { return m_type; }
-    // The title as styled text for the view, with the emphasised part coloured.
-    QString styledTitle() const;
+    // The title in three parts: before the emphasised part, that part (empty when there is none)
+    // and after it. The view colours the middle one by the link's type.
+    QStringList titleParts() const;
 
     bool isHidden() const { return m_hidden; }
     void setHidden(bool hidden) { m_hidden = hidden; }
@@ -41,7 +43,7 @@ public:
     int buttonLookTag() const { return m_buttonLookTag; }
     void setButtonLookTag(int tag) { m_buttonLookTag = tag; }
 
-    // Display-ready values for the view: identifier, tag, title, styledTitle, icon, type,
+    // Display-ready values for the view: identifier, tag, title, titleParts, icon, type,
     // lookTag, hidden.
     QVariantMap toRow() const;
 

@@ -14,6 +14,18 @@ Item {
     readonly property string identifier: row && !isSection ? row.identifier : ""
     readonly property bool shown: row !== null && (isSection || !row.hidden)
 
+    // A link row's title with its emphasised part coloured: the base game's name in the brand
+    // colour, the counts of related items in the accent.
+    function styledTitle() {
+        const parts = row.titleParts
+        const escape = text => text.replace(/&/g, "&amp;").replace(/</g, "&lt;").replace(/>/g, "&gt;")
+        if (parts[1].length === 0)
+            return escape(parts[0])
+        const colour = row.type === 2 ? Theme.navigationBar : Theme.accent
+        return escape(parts[0]) + "<font color=\"" + colour + "\">" + escape(parts[1]) + "</font>"
+                + escape(parts[2])
+    }
+
     visible: shown
     height: !shown ? 0 : isSection ? sectionHeader.height : content.height + 1
 
@@ -30,7 +42,7 @@ Item {
             anchors.bottomMargin: 7
             text: cell.isSection ? cell.row.title : ""
             color: Theme.textSecondary
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSubhead
         }
     }
 
@@ -41,7 +53,7 @@ Item {
         height: Math.max(minimumHeight, body.implicitHeight + 2 * padding)
         readonly property int padding: cell.identifier === "GoodsDetailCell5" ? 14 : 10
         readonly property int minimumHeight: cell.identifier === "GoodsDetailCell3" ? 36 : 44
-        color: cell.identifier === "GoodsDetailCell1" ? "#fff4f4" : lookTouch.pressed ? "#f4f4f6" : "white"
+        color: cell.identifier === "GoodsDetailCell1" ? Theme.highlightBackground : lookTouch.pressed ? Theme.rowPressed : Theme.cardBackground
 
         // A link row opens its related items from anywhere on the row.
         MouseArea {
@@ -75,7 +87,7 @@ Item {
                 width: 64
                 text: cell.row && cell.row.tag ? cell.row.tag : ""
                 color: Theme.textSecondary
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontCallout
             }
             Text {
                 id: title
@@ -83,7 +95,7 @@ Item {
                 width: body.width - (icon.visible ? icon.width + body.spacing : 0)
                        - (tagLabel.visible ? tagLabel.width + body.spacing : 0)
                        - (look.visible ? look.width + body.spacing : 0)
-                text: !cell.row || cell.isSection ? "" : cell.identifier === "GoodsDetailCell4" ? cell.row.styledTitle : cell.row.title
+                text: !cell.row || cell.isSection ? "" : cell.identifier === "GoodsDetailCell4" ? cell.styledTitle() : cell.row.title
                 textFormat: cell.identifier === "GoodsDetailCell4" ? Text.StyledText : Text.PlainText
                 wrapMode: Text.Wrap
                 lineHeight: cell.identifier === "GoodsDetailCell5" ? 1.35 : 1.0
@@ -93,10 +105,10 @@ Item {
                     if (cell.identifier === "GoodsDetailCell2")
                         return cell.row.type === 2 ? Theme.price : Theme.accent
                     if (cell.identifier === "GoodsDetailCell5")
-                        return "#444444"
+                        return Theme.textBody
                     return Theme.textPrimary
                 }
-                font.pixelSize: cell.identifier === "GoodsDetailCell5" ? 14 : 14.5
+                font.pixelSize: cell.identifier === "GoodsDetailCell5" ? Theme.fontCallout : Theme.fontCallout
             }
             Item {
                 id: look
@@ -113,7 +125,7 @@ Item {
                         anchors.verticalCenter: parent.verticalCenter
                         text: "查看"
                         color: Theme.textSecondary
-                        font.pixelSize: 13
+                        font.pixelSize: Theme.fontSubhead
                     }
                     Image {
                         anchors.verticalCenter: parent.verticalCenter
@@ -132,7 +144,7 @@ Item {
             anchors.right: parent.right
             anchors.top: parent.bottom
             height: 1
-            color: "#ececf0"
+            color: Theme.hairline
         }
     }
 }

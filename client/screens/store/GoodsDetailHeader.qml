@@ -20,7 +20,7 @@ Column {
     Rectangle {
         width: head.width
         height: info.implicitHeight + 28
-        color: "white"
+        color: Theme.cardBackground
 
         Column {
             id: info
@@ -33,7 +33,7 @@ Column {
                 width: parent.width
                 text: head.header ? head.header.labelNameCn : ""
                 color: Theme.textPrimary
-                font.pixelSize: 18
+                font.pixelSize: Theme.fontTitle2
                 font.weight: Font.DemiBold
                 wrapMode: Text.Wrap
             }
@@ -42,7 +42,7 @@ Column {
                 visible: text.length > 0
                 text: head.header ? head.header.labelNameEn : ""
                 color: Theme.textSecondary
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSubhead
                 elide: Text.ElideRight
             }
             Item {
@@ -59,7 +59,7 @@ Column {
                         anchors.verticalCenter: parent.verticalCenter
                         text: head.header ? head.header.labelNewPrice : ""
                         color: Theme.price
-                        font.pixelSize: 22
+                        font.pixelSize: Theme.fontLargeTitle
                         font.weight: Font.DemiBold
                     }
                     Text {
@@ -67,7 +67,7 @@ Column {
                         visible: text.length > 0
                         text: head.header ? head.header.labelOldPrice : ""
                         color: Theme.textSecondary
-                        font.pixelSize: 14
+                        font.pixelSize: Theme.fontCallout
                         font.strikeout: true
                     }
                     GoodsDetailBadge {
@@ -78,7 +78,7 @@ Column {
                     GoodsDetailBadge {
                         visible: head.header !== null && !head.header.presellHidden
                         text: " 预售 "
-                        color: "#2e9bd6"
+                        color: Theme.info
                     }
                 }
                 Row {

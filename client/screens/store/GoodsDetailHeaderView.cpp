@@ -61,6 +61,7 @@ QString GoodsDetailHeaderView::discountText(const QString &listPrice, const QStr
     const float percent = (list - sale) / list * 100;
     if (!std::isfinite(percent))
         return QString();
+    // A space on each side here, unlike the grid's format: intended.
     return QString::asprintf(" %.0f%%OFF ", double(percent));
 }
 

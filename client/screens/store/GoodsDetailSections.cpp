@@ -100,7 +100,7 @@ GoodsDetailSections::Section GoodsDetailSections::notices(const Object_GameDetai
                     QStringLiteral("goodsDetail_warming_1"), AgeTone, !game.min_age.isEmpty()),
             link(GoodsDetailCell::BaseGameLink,
                  QStringLiteral("需要本体游戏%1才能使用该拓展包!").arg(baseGame), baseGame,
-                 LookBaseGame, !game.parent.isEmpty()),
+                 LookBaseGame, game.hasParent),
     };
 }
 
@@ -108,6 +108,7 @@ GoodsDetailSections::Section GoodsDetailSections::facts(const Object_GameDetail 
 {
     return {
             fact(QStringLiteral("发行商"), firstName(game.publishers)),
+            // Inner spaces intended: two-character labels line up with three-character ones.
             fact(QStringLiteral("类   型"), joinedNames(game.tags)),
             fact(QStringLiteral("发售日"), releaseDay(game.release_date)),
             fact(QStringLiteral("载   体"), game.pubtype),

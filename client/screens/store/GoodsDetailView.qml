@@ -8,7 +8,7 @@ Rectangle {
     id: view
     property GoodsDetailViewController controller: null
 
-    color: "#f2f2f5"
+    color: Theme.listBackground
 
     ListView {
         id: table

@@ -36,7 +36,7 @@ GoodsDetailViewController::GoodsDetailViewController(QObject *parent)
     , m_tableMain(new platform::RowModel(
               {QStringLiteral("kind"), QStringLiteral("section"), QStringLiteral("rowIndex"),
                QStringLiteral("identifier"), QStringLiteral("tag"), QStringLiteral("title"),
-               QStringLiteral("styledTitle"), QStringLiteral("icon"), QStringLiteral("type"),
+               QStringLiteral("titleParts"), QStringLiteral("icon"), QStringLiteral("type"),
                QStringLiteral("lookTag"), QStringLiteral("hidden")},
               this))
 {
@@ -120,6 +120,7 @@ void GoodsDetailViewController::webViewDidFinishLoad()
 {
     if (!m_sourceModel)
         return;
+    // The HTML is replaced by its plain text on purpose (the share text uses it too).
     m_sourceModel->raw_summary = m_webView->innerText();
     reloadData();
 }
@@ -167,8 +168,12 @@ QString GoodsDetailViewController::titleForHeaderInSection(int section) const
 void GoodsDetailViewController::clickButtonLook(int tag)
 {
     if (tag == GoodsDetailSections::LookBaseGame) {
-        if (m_parentID.isEmpty())
+        // A base game without an id has nothing to open: the tap does nothing the user sees.
+        if (m_parentID.isEmpty()) {
+            qInfo("GoodsDetailViewController: the base game of %s has no id, nothing to open",
+                  qUtf8Printable(m_gameId));
             return;
+        }
         auto *baseGame = new GoodsDetailViewController;
         baseGame->setGameId(m_parentID);
         pushViewController(baseGame);

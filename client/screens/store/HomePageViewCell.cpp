@@ -45,6 +45,7 @@ QString HomePageViewCell::discountText(const QString &listPrice, const QString &
     const float percent = (list - sale) / list * 100;
     if (!std::isfinite(percent))
         return {};
+    // The trailing space is intended.
     return QString::asprintf("%.0f%%OFF ", double(percent));
 }
 

@@ -12,7 +12,7 @@ Rectangle {
     objectName: "homePageViewCell"
     readonly property bool coverReady: cover.status === Image.Ready
     radius: 6
-    color: "white"
+    color: Theme.cardBackground
     clip: true
 
     RemoteImage {
@@ -39,8 +39,8 @@ Rectangle {
             id: discountText
             anchors.centerIn: parent
             text: (cell.row.discount || "").trim()
-            color: "white"
-            font.pixelSize: 11
+            color: Theme.textOnDark
+            font.pixelSize: Theme.fontCaption
             font.weight: Font.DemiBold
         }
     }
@@ -58,8 +58,8 @@ Rectangle {
             id: presellText
             anchors.centerIn: parent
             text: cell.row.presell || ""
-            color: "white"
-            font.pixelSize: 11
+            color: Theme.textOnDark
+            font.pixelSize: Theme.fontCaption
             font.weight: Font.DemiBold
         }
     }
@@ -72,7 +72,7 @@ Rectangle {
         anchors.margins: 8
         text: cell.row.title || ""
         color: Theme.textPrimary
-        font.pixelSize: 13
+        font.pixelSize: Theme.fontSubhead
         lineHeight: 1.1
         wrapMode: Text.Wrap
         maximumLineCount: 2
@@ -88,7 +88,7 @@ Rectangle {
         anchors.bottomMargin: 8
         price: cell.row.salePrice || ""
         listPrice: cell.row.listPrice || ""
-        pixelSize: 15
+        pixelSize: Theme.fontBody
     }
 
     MouseArea {

@@ -1,20 +1,10 @@
 #include "screens/store/ICPageControl.h"
 
-ICPageControl::ICPageControl(const QRectF &frame, const QColor &currentColor,
-                             const QColor &tintColor, QObject *parent)
+ICPageControl::ICPageControl(const QColor &currentColor, const QColor &tintColor, QObject *parent)
     : QObject(parent)
-    , m_frame(frame)
     , m_currentColor(currentColor)
     , m_tintColor(tintColor)
 { }
-
-void ICPageControl::setFrame(const QRectF &frame)
-{
-    if (m_frame == frame)
-        return;
-    m_frame = frame;
-    emit frameChanged();
-}
 
 void ICPageControl::setPageNum(int pageNum)
 {

@@ -2,7 +2,6 @@
 
 #include <QColor>
 #include <QObject>
-#include <QRectF>
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
@@ -13,7 +12,6 @@ class ICPageControl : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Page controls belong to their screen")
-    Q_PROPERTY(QRectF frame READ frame NOTIFY frameChanged)
     Q_PROPERTY(int numberOfPages READ numberOfPages NOTIFY dotsChanged)
     Q_PROPERTY(int currentPage READ currentPage NOTIFY dotsChanged)
     Q_PROPERTY(qreal dotRadius READ dotRadius NOTIFY dotsChanged)
@@ -21,11 +19,9 @@ class ICPageControl : public QObject
 public:
     static constexpr qreal DefaultDotSize = 5;
 
-    ICPageControl(const QRectF &frame, const QColor &currentColor, const QColor &tintColor,
-                  QObject *parent = nullptr);
+    // Where the dots sit is the view's business; the control holds what they show.
+    ICPageControl(const QColor &currentColor, const QColor &tintColor, QObject *parent = nullptr);
 
-    QRectF frame() const { return m_frame; }
-    void setFrame(const QRectF &frame);
     int numberOfPages() const { return m_pageNum; }
     int currentPage() const { return m_currentPage; }
     // The dots' size in points (5 unless changed).
@@ -44,13 +40,11 @@ public:
     void setDotCurrentColor(const QColor &currentColor, const QColor &tintColor);
 
 signals:
-    void frameChanged();
     void dotsChanged();
 
 private:
     void rebuildDots();
 
-    QRectF m_frame;
     QColor m_currentColor;
     QColor m_tintColor;
     int m_pageNum = 0;

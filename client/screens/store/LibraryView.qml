@@ -6,7 +6,7 @@ Rectangle {
     id: view
     property LibraryViewController controller: null
 
-    color: "#f2f2f5"
+    color: Theme.listBackground
 
     Column {
         y: 12
@@ -23,7 +23,7 @@ Rectangle {
                 objectName: "libraryRow" + index
                 width: view.width
                 height: 54
-                color: touch.pressed ? "#f4f4f6" : "white"
+                color: touch.pressed ? Theme.rowPressed : Theme.cardBackground
 
                 Image {
                     id: picture
@@ -41,7 +41,7 @@ Rectangle {
                     anchors.verticalCenter: parent.verticalCenter
                     text: row.title
                     color: Theme.textPrimary
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontHeadline
                 }
                 Image {
                     anchors.right: parent.right
@@ -59,7 +59,7 @@ Rectangle {
                     anchors.right: parent.right
                     anchors.bottom: parent.bottom
                     height: 1
-                    color: "#ececf0"
+                    color: Theme.hairline
                 }
                 MouseArea {
                     id: touch

@@ -8,7 +8,7 @@ Rectangle {
     property bool highlighted: false
     signal tapped()
 
-    color: highlighted || touch.pressed ? "#d9d9d9" : "white"
+    color: highlighted || touch.pressed ? Theme.rowSelected : Theme.cardBackground
 
     Rectangle {
         id: tag
@@ -25,7 +25,7 @@ Rectangle {
             anchors.centerIn: parent
             text: cell.row.tag || ""
             color: Theme.accent
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontCaption
         }
     }
     Text {
@@ -36,7 +36,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         text: cell.row.title || ""
         color: Theme.textPrimary
-        font.pixelSize: 14
+        font.pixelSize: Theme.fontCallout
         elide: Text.ElideRight
     }
     Text {
@@ -46,7 +46,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         text: "›"
         color: Theme.textPlaceholder
-        font.pixelSize: 20
+        font.pixelSize: Theme.fontTitle1
     }
     Rectangle {
         anchors.bottom: parent.bottom

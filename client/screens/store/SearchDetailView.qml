@@ -25,18 +25,18 @@ Item {
         anchors.right: parent.right
         anchors.top: parent.top
         height: 52
-        color: "white"
+        color: Theme.cardBackground
 
         Rectangle {
             anchors.fill: parent
             anchors.margins: 10
             radius: height / 2
-            color: "#f0f0f3"
+            color: Theme.fieldBackground
             BoundTextField {
                 anchors.fill: parent
                 state: view.controller ? view.controller.fieldSearch : null
                 background: Item {}
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontCallout
                 topPadding: 0
                 bottomPadding: 0
                 verticalAlignment: TextInput.AlignVCenter
@@ -58,8 +58,9 @@ Item {
         leftPadding: 12
         height: text.length > 0 ? 32 : 0
         verticalAlignment: Text.AlignVCenter
-        font.pixelSize: 13
+        font.pixelSize: Theme.fontSubhead
         state: view.controller ? view.controller.labelTitle : null
+        color: Theme.textSecondary
     }
 
     GridView {
@@ -126,7 +127,7 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             text: "没有找到相关游戏，换个关键词试试"
             color: Theme.textSecondary
-            font.pixelSize: 14
+            font.pixelSize: Theme.fontCallout
         }
     }
 }

@@ -65,7 +65,6 @@ void SearchDetailViewController::setLoadViewAction()
     m_fieldSearch->setLeftImageName(QStringLiteral("common_search"));
     m_fieldSearch->setClearButtonShown(true);
     m_fieldSearch->setText(m_strSearch);
-    m_labelTitle->setTextColor(QColor(0x88, 0x88, 0x88));
     m_header->beginRefreshing();
 }
 
@@ -105,7 +104,9 @@ void SearchDetailViewController::refreshData()
                 if (!self || !self->isCurrentSearch(generation))
                     return;
                 self->m_pageNum = 2;
-                self->m_arraySource = ICRuntimeHelper::analysArrayData<Object_SearchGames>(data);
+                self->m_arraySource
+                        = ICRuntimeHelper::analysArrayData<Object_SearchGames>(data).value_or(
+                                QList<Object_SearchGames>());
                 self->reloadCells();
                 self->showCountLine();
             },
@@ -134,7 +135,9 @@ void SearchDetailViewController::loadData()
                 if (!self || !self->isCurrentSearch(generation))
                     return;
                 ++self->m_pageNum;
-                self->appendCells(ICRuntimeHelper::analysArrayData<Object_SearchGames>(data));
+                self->appendCells(
+                        ICRuntimeHelper::analysArrayData<Object_SearchGames>(data).value_or(
+                                QList<Object_SearchGames>()));
                 self->showCountLine();
             },
             [self, generation](const QVariant &, const QString &message, const QVariant &) {

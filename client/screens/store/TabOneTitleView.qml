@@ -12,7 +12,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: height / 2
-        color: "white"
+        color: Theme.cardBackground
         visible: root.controller !== null && !root.controller.fieldSearch.hidden
 
         BoundTextField {
@@ -20,7 +20,7 @@ Item {
             anchors.fill: parent
             state: root.controller ? root.controller.fieldSearch : null
             background: Item {}
-            font.pixelSize: 14
+            font.pixelSize: Theme.fontCallout
             topPadding: 0
             bottomPadding: 0
             verticalAlignment: TextInput.AlignVCenter

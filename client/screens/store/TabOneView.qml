@@ -36,7 +36,8 @@ Item {
             Item {
                 id: carousel
                 width: parent.width
-                height: view.controller ? view.controller.bannerHeight : 150
+                // The carousel pictures are 750 x 300.
+                height: Math.round(width * 0.4)
                 visible: banners.count > 0
 
                 ListView {
@@ -94,7 +95,7 @@ Item {
                         width: view.width / 4 + 1
                         height: 44
                         state: modelData
-                        font.pixelSize: 15
+                        font.pixelSize: Theme.fontBody
                     }
                 }
             }
@@ -167,7 +168,7 @@ Item {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: view.controller && view.controller.buttonRefresh ? view.controller.buttonRefresh.title : ""
                 color: Theme.textSecondary
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontBody
             }
         }
         MouseArea {

@@ -25,15 +25,6 @@ namespace {
 
 const QColor SortTitleColor(0x55, 0x55, 0x55);
 const QColor SortSelectedTitleColor(249, 145, 45);
-const QColor BadgeColor(246, 66, 43);
-
-// An address from the service: a path of the store itself is put under its base.
-QUrl browserAddress(const QString &url)
-{
-    if (url.startsWith(QLatin1Char('/')))
-        return QUrl(ApiBaseUrl() + url);
-    return QUrl(url);
-}
 
 } // namespace
 
@@ -52,9 +43,9 @@ TabOneViewController::TabOneViewController(QObject *parent)
     : Q9FatherViewController(parent)
     , m_fieldSearch(new platform::TextField(this))
     , m_buttonRefresh(new platform::Button(this))
-    , m_pageControl(new ICPageControl(QRectF(), Qt::white, QColor(255, 255, 255, 120), this))
-    , m_scrollBanner(new platform::RowModel(
-              {QStringLiteral("tag"), QStringLiteral("imageUrl"), QStringLiteral("x")}, this))
+    , m_pageControl(new ICPageControl(Qt::white, QColor(255, 255, 255, 120), this))
+    , m_scrollBanner(
+              new platform::RowModel({QStringLiteral("tag"), QStringLiteral("imageUrl")}, this))
     , m_collectionMenu(new platform::RowModel(HomePageViewCell().row().keys(), this))
     , m_header(new platform::RefreshHeader(this))
     , m_footer(new platform::RefreshFooter(this))
@@ -62,7 +53,6 @@ TabOneViewController::TabOneViewController(QObject *parent)
     setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/TabOneView.qml")));
     setTitleViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/TabOneTitleView.qml")));
     m_buttonRefresh->setTitle(QStringLiteral("暂无数据,点击刷新"));
-    m_buttonRefresh->setTitleColor(QColor(0x88, 0x88, 0x88));
     connect(m_buttonRefresh, &platform::Button::clicked, this, &TabOneViewController::refreshData);
     connect(m_fieldSearch, &platform::TextField::returnPressed, this,
             &TabOneViewController::textFieldShouldReturn);
@@ -80,12 +70,6 @@ void TabOneViewController::setScreenWidth(qreal width)
     emit geometryChanged();
     reloadBannerRows();
     reloadCells();
-}
-
-qreal TabOneViewController::bannerHeight() const
-{
-    // The carousel pictures are 750 x 300.
-    return std::round(m_screenWidth * 0.4);
 }
 
 void TabOneViewController::viewDidLoad()
@@ -132,8 +116,6 @@ void TabOneViewController::makeCartBadge()
     if (m_labelRedDot)
         return;
     m_labelRedDot = new platform::Label(this);
-    m_labelRedDot->setBackgroundColor(BadgeColor);
-    m_labelRedDot->setTextColor(Qt::white);
     const QString stored
             = platform::UserDefaults::standard().objectForKey(QStringLiteral("cartnum")).toString();
     m_labelRedDot->setText(stored);
@@ -226,8 +208,6 @@ void TabOneViewController::showBanners(const QVariantList &entries)
 {
     m_arrayImageBanner = entries;
     reloadBannerRows();
-    const qreal width = 16 * entries.size() + 8;
-    m_pageControl->setFrame(QRectF((m_screenWidth - width) / 2, bannerHeight() - 20, width, 20));
     m_pageControl->setPageNum(int(entries.size()));
     m_pageControl->setCurrentPage(0);
 }
@@ -241,8 +221,7 @@ void TabOneViewController::reloadBannerRows()
                 = m_arrayImageBanner.at(tag).toMap().value(QStringLiteral("img")).toString();
         rows.append({{QStringLiteral("tag"), tag},
                      {QStringLiteral("imageUrl"),
-                      HomePageViewCell::imageUrlWithWidth(image, m_screenWidth, scale)},
-                     {QStringLiteral("x"), tag * m_screenWidth}});
+                      HomePageViewCell::imageUrlWithWidth(image, m_screenWidth, scale)}});
     }
     m_scrollBanner->setRows(rows);
 }
@@ -283,7 +262,8 @@ void TabOneViewController::clickImageBanner(int tag)
         pushGoodsDetail(this, components.last());
         return;
     }
-    platform::UrlOpener::shared().openURL(browserAddress(url));
+    // A relative address is the store's page, as for a message's link (absoluteAddress).
+    platform::UrlOpener::shared().openURL(QUrl(absoluteAddress(url)));
 }
 
 void TabOneViewController::scrollViewDidEndDecelerating(qreal contentOffsetX)
@@ -296,6 +276,7 @@ void TabOneViewController::scrollViewDidEndDecelerating(qreal contentOffsetX)
 void TabOneViewController::textFieldShouldReturn()
 {
     m_fieldSearch->resignFirstResponder();
+    // An empty text is passed on as it is, intended: the search screen takes it as it stands.
     if (platform::NavigationController *navigation = navigationController())
         navigation->pushViewController(new SearchDetailViewController(m_fieldSearch->text()), true);
 }

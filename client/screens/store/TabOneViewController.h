@@ -35,7 +35,6 @@ class TabOneViewController : public Q9FatherViewController
     Q_PROPERTY(platform::Label *labelRedDot READ labelRedDot NOTIFY labelRedDotChanged)
     Q_PROPERTY(QString viewType READ viewType NOTIFY viewTypeChanged)
     Q_PROPERTY(qreal screenWidth READ screenWidth WRITE setScreenWidth NOTIFY geometryChanged)
-    Q_PROPERTY(qreal bannerHeight READ bannerHeight NOTIFY geometryChanged)
     Q_PROPERTY(qreal itemWidth READ itemWidth NOTIFY geometryChanged)
     Q_PROPERTY(qreal coverHeight READ coverHeight NOTIFY geometryChanged)
     Q_PROPERTY(qreal titleViewAlpha READ titleViewAlpha NOTIFY titleViewAlphaChanged)
@@ -70,7 +69,6 @@ public:
 
     qreal screenWidth() const { return m_screenWidth; }
     void setScreenWidth(qreal width);
-    qreal bannerHeight() const;
     qreal itemWidth() const { return HomePageViewCell::itemWidthForScreenWidth(m_screenWidth); }
     qreal coverHeight() const { return HomePageViewCell::coverHeightForItemWidth(itemWidth()); }
     qreal titleViewAlpha() const { return m_titleViewAlpha; }

@@ -34,7 +34,9 @@ void TabOneViewController::loadFirstPage()
                 if (!self || !self->isCurrentList(generation))
                     return;
                 self->m_footer->resetNoMoreData();
-                self->m_arraySource = ICRuntimeHelper::analysArrayData<Object_HomeGames>(data);
+                self->m_arraySource
+                        = ICRuntimeHelper::analysArrayData<Object_HomeGames>(data).value_or(
+                                QList<Object_HomeGames>());
                 self->reloadCells();
                 self->m_pageNum = 2;
             },
@@ -65,11 +67,15 @@ void TabOneViewController::loadNextPage()
             [self, generation](const QVariant &data, const QVariant &) {
                 if (!self || !self->isCurrentList(generation))
                     return;
+                // An answer that is not a list counts as an empty page.
                 const QList<Object_HomeGames> games
-                        = ICRuntimeHelper::analysArrayData<Object_HomeGames>(data);
+                        = ICRuntimeHelper::analysArrayData<Object_HomeGames>(data).value_or(
+                                QList<Object_HomeGames>());
                 if (games.isEmpty())
                     self->m_footer->noticeNoMoreData();
                 self->appendCells(games);
+                // Counted even for an empty page, as intended: the next pull asks for the page
+                // after it.
                 ++self->m_pageNum;
             },
             [self, generation](const QVariant &error, const QString &message,

@@ -24,7 +24,7 @@ Item {
             required property string detail
             width: list.width
             height: 64
-            color: touch.pressed ? "#e6e6e6" : "white"
+            color: touch.pressed ? Theme.sheetButtonPressed : Theme.cardBackground
 
             Rectangle {
                 id: badge
@@ -38,8 +38,8 @@ Item {
                 Text {
                     anchors.centerIn: parent
                     text: rowItem.name.charAt(0)
-                    color: "white"
-                    font.pixelSize: 18
+                    color: Theme.textOnDark
+                    font.pixelSize: Theme.fontTitle2
                     font.weight: Font.DemiBold
                 }
             }
@@ -53,13 +53,13 @@ Item {
                 Text {
                     text: rowItem.name
                     color: Theme.textPrimary
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontHeadline
                 }
                 Text {
                     width: parent.width
                     text: rowItem.detail
                     color: Theme.textSecondary
-                    font.pixelSize: 12
+                    font.pixelSize: Theme.fontFootnote
                     elide: Text.ElideRight
                 }
             }
@@ -69,7 +69,7 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 text: "›"
                 color: Theme.textPlaceholder
-                font.pixelSize: 22
+                font.pixelSize: Theme.fontLargeTitle
             }
             Rectangle {
                 anchors.bottom: parent.bottom

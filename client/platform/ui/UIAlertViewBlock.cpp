@@ -1,4 +1,6 @@
-#include "util/UIAlertViewBlock.h"
+#include "platform/ui/UIAlertViewBlock.h"
+
+#include "platform/ui/AlertCenter.h"
 
 UIAlertViewBlock UIAlertViewBlock::alertViewWithTitle(const QString &title, const QString &message,
                                                       const QString &cancelButtonTitle,
@@ -12,6 +14,10 @@ UIAlertViewBlock UIAlertViewBlock::alertViewWithTitle(const QString &title, cons
     alert.m_otherButtonTitles = otherButtonTitles;
     alert.dismissBlock = std::move(onDismiss);
     alert.cancelBlock = std::move(onCancel);
+    // The centre numbers the buttons as this alert does: cancel first, then the others.
+    platform::AlertCenter::shared().showAlert(
+            title, message, cancelButtonTitle, otherButtonTitles,
+            [alert](int index) { alert.dismissWithClickedButtonIndex(index); });
     return alert;
 }
 
@@ -32,6 +38,8 @@ void UIAlertViewBlock::dismissWithClickedButtonIndex(int buttonIndex) const
             cancelBlock();
         return;
     }
+    // Index minus 1 even without a cancel button, where the first button gets -1: intended, the
+    // blocks' callers count on the platform's numbering.
     if (dismissBlock)
-        dismissBlock(buttonIndex - (cancelButtonIndex() >= 0 ? 1 : 0));
+        dismissBlock(buttonIndex - 1);
 }
