@@ -2,7 +2,7 @@
 PRESET ?= dev
 BUILD_DIR := build/$(PRESET)
 
-.PHONY: run test deps configure build format bench clean
+.PHONY: run test test-asan deps configure build format bench clean
 
 run: deps build
 	./scripts/run.sh $(BUILD_DIR)
@@ -11,6 +11,12 @@ test: deps
 	cmake --preset ci
 	cmake --build --preset ci
 	ctest --preset ci --output-on-failure
+
+# The suite again under AddressSanitizer and UndefinedBehaviorSanitizer (build/asan).
+test-asan: deps
+	cmake --preset asan
+	cmake --build --preset asan
+	ctest --preset asan --output-on-failure
 
 deps:
 	./scripts/install-deps.sh

@@ -118,7 +118,7 @@ private slots:
                              {QStringLiteral("--port"), QString::number(port),
                               QStringLiteral("--db"),
                               m_storeFolder.filePath(QStringLiteral("store.sqlite")),
-                              QStringLiteral("--quiet")});
+                              QStringLiteral("--quiet"), QStringLiteral("--sandbox")});
         QVERIFY(m_storeProcess.waitForStarted(10000));
         QVERIFY(QTest::qWaitFor(
                 [this] { return storeData(m_network, m_baseUrl + "/store.json").isValid(); },
