@@ -2,7 +2,7 @@
 PRESET ?= dev
 BUILD_DIR := build/$(PRESET)
 
-.PHONY: run test deps configure build format bench clean
+.PHONY: run test test-asan deps configure build format bench clean
 
 # Builds only the app and the store, optimised, in build/run, then starts them.
 run: deps
@@ -14,6 +14,12 @@ test: deps
 	cmake --preset ci
 	cmake --build --preset ci
 	ctest --preset ci --output-on-failure
+
+# The suite again under AddressSanitizer and UndefinedBehaviorSanitizer (build/asan).
+test-asan: deps
+	cmake --preset asan
+	cmake --build --preset asan
+	ctest --preset asan --output-on-failure
 
 deps:
 	./scripts/install-deps.sh

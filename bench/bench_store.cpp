@@ -173,6 +173,7 @@ int main(int argc, char *argv[])
     options.requestLog
             = requestLog; // a real store logs every request; the cost is part of the figure
     options.outboxLog = nullptr;
+    options.sandbox = true; // measured as `make run` serves it
     StoreServer store(options);
     if (!store.bind()) {
         std::printf("bench_store: the store could not listen\n");

@@ -17,7 +17,7 @@ MSG
 fi
 
 mkdir -p "$data_dir"
-"$build_dir/store/tarvel-store" --port "$port" --db "$data_dir/tarvel-store.sqlite" &
+"$build_dir/store/tarvel-store" --sandbox --port "$port" --db "$data_dir/tarvel-store.sqlite" &
 store_pid=$!
 trap 'kill "$store_pid" 2>/dev/null || true; wait "$store_pid" 2>/dev/null || true' EXIT
 

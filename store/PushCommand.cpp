@@ -1,10 +1,13 @@
 #include "PushCommand.h"
 
-#include <httplib.h>
+#include "core/TimeText.h"
+#include "db/Database.h"
+#include "sandbox/PushChannel.h"
 
 #include <QCommandLineParser>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
 
 #include <cstdio>
 
@@ -13,8 +16,8 @@ namespace PushCommand {
 int run(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-            QStringLiteral("Sends a push message to the app through a running tarvel-store."));
+    parser.setApplicationDescription(QStringLiteral(
+            "Sends a push message to the app's devices through the store's database."));
     parser.addHelpOption();
     const QCommandLineOption title(QStringLiteral("title"), QStringLiteral("Message title."),
                                    QStringLiteral("text"));
@@ -29,41 +32,48 @@ int run(const QStringList &arguments)
     const QCommandLineOption client(QStringLiteral("client-id"),
                                     QStringLiteral("Only this client (default: everyone)."),
                                     QStringLiteral("id"));
-    const QCommandLineOption server(QStringLiteral("server"),
-                                    QStringLiteral("The store's address."), QStringLiteral("url"),
-                                    QStringLiteral("http://127.0.0.1:8080"));
-    parser.addOptions({title, content, url, date, client, server});
+    const QCommandLineOption database(
+            QStringLiteral("db"), QStringLiteral("The store's database file."),
+            QStringLiteral("path"), QStringLiteral("tarvel-store.sqlite"));
+    parser.addOptions({title, content, url, date, client, database});
     parser.process(arguments);
-    if (!parser.isSet(title) || !parser.isSet(content)) {
+    if (!parser.isSet(title) || !parser.isSet(content) || parser.value(title).trimmed().isEmpty()
+        || parser.value(content).trimmed().isEmpty()) {
         std::fprintf(stderr, "tarvel-store push: --title and --content are required\n");
         return 2;
     }
+    const QString path = QDir::current().absoluteFilePath(parser.value(database));
+    if (!QFileInfo::exists(path)) {
+        std::fprintf(stderr, "tarvel-store push: no store database at %s\n", qPrintable(path));
+        return 1;
+    }
 
-    httplib::Params form{{"title", parser.value(title).toStdString()},
-                         {"content", parser.value(content).toStdString()}};
-    for (const auto &[option, field] :
-         {std::pair{&url, "url"}, {&date, "date"}, {&client, "client_id"}}) {
-        if (parser.isSet(*option))
-            form.emplace(field, parser.value(*option).toStdString());
-    }
-    httplib::Client connection(parser.value(server).toStdString());
-    connection.set_connection_timeout(5);
-    const auto answer = connection.Post("/sandbox/push/send", form);
-    if (!answer) {
-        std::fprintf(stderr, "tarvel-store push: no answer from %s (%s)\n",
-                     qPrintable(parser.value(server)), httplib::to_string(answer.error()).c_str());
+    // The operator's own command: it writes into the store's database, which a running store
+    // shares (WAL), instead of offering the sending to anyone who reaches the port.
+    PushChannel::Message message{parser.value(title).trimmed(), parser.value(content).trimmed(),
+                                 parser.value(date).trimmed(), parser.value(url).trimmed()};
+    const qint64 now = QDateTime::currentSecsSinceEpoch();
+    if (message.date.isEmpty())
+        message.date = TimeText::minutes(now);
+    const QString clientId = parser.value(client).trimmed();
+    try {
+        Database store(path);
+        const qint64 id = store.write([&](SQLite::Database &db) -> qint64 {
+            if (!clientId.isEmpty() && !PushChannel::isRegistered(db, clientId))
+                return 0;
+            return PushChannel::send(db, message, clientId, now);
+        });
+        if (id == 0) {
+            std::fprintf(stderr, "tarvel-store push: no device with client id %s\n",
+                         qPrintable(clientId));
+            return 1;
+        }
+        std::printf("push message %lld sent to %s\n", id,
+                    clientId.isEmpty() ? "all" : qPrintable(clientId));
+    } catch (const std::exception &failure) {
+        std::fprintf(stderr, "tarvel-store push: %s\n", failure.what());
         return 1;
     }
-    const QJsonObject envelope
-            = QJsonDocument::fromJson(QByteArray::fromStdString(answer->body)).object();
-    if (envelope.value(QStringLiteral("status")).toString() != QLatin1String("success")) {
-        std::fprintf(stderr, "tarvel-store push: refused (%d): %s\n", answer->status,
-                     answer->body.c_str());
-        return 1;
-    }
-    const QJsonObject data = envelope.value(QStringLiteral("data")).toObject();
-    std::printf("push message %lld sent to %s\n", data.value(QStringLiteral("id")).toInteger(),
-                qPrintable(data.value(QStringLiteral("sent_to")).toString()));
     return 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <cstdio>
 
 // How one tarvel-store runs.
@@ -13,12 +14,19 @@ struct StoreOptions
     // Uploaded pictures; empty means a folder beside the database ("<database>.uploads").
     QString uploadsDirectory;
     // The outside parties (SMS and mail outbox, picture upload, WeChat payment, push channel).
-    bool sandbox = true;
-    // Addresses in answers (pictures, mail links, upload results) start with this; empty means
-    // "http://" followed by the Host header of the request being answered.
+    // They hand out secrets (SMS codes, mail links, captcha answers) and complete payments, so
+    // they are off unless asked for, and only ever served on a loopback address.
+    bool sandbox = false;
+    // Addresses in answers start with this. When empty, pictures and upload results use
+    // "http://" followed by the request's Host header; mail links never do, they use the
+    // address the request arrived at.
     QString publicBaseUrl;
     // Each open keep-alive connection holds one while it lasts.
     int threads = 32;
+    // A client has this long for its request line and headers, then this long for its body;
+    // slower ones are cut off.
+    std::chrono::milliseconds headerDeadline{10'000};
+    std::chrono::milliseconds bodyDeadline{60'000};
     // One line per request goes here; nullptr keeps quiet.
     std::FILE *requestLog = stdout;
     // SMS and mails are also printed here when the sandbox is on; nullptr keeps quiet.

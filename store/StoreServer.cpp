@@ -4,17 +4,27 @@
 #include "handlers/Handlers.h"
 #include "http/ApiError.h"
 #include "http/Exchange.h"
+#include "http/GuardedServer.h"
 #include "http/RequestLog.h"
 
 #include <httplib.h>
 
+#include <QHostAddress>
 #include <QJsonDocument>
 
 #include <sys/socket.h>
 
 namespace {
 
-QString textForStatus(int status)
+bool isUrlEncodedForm(const httplib::Request &request)
+{
+    return QByteArray::fromStdString(request.get_header_value("Content-Type"))
+            .trimmed()
+            .toLower()
+            .startsWith("application/x-www-form-urlencoded");
+}
+
+QString textForStatus(const httplib::Request &request, int status)
 {
     switch (status) {
     case 400:
@@ -24,7 +34,10 @@ QString textForStatus(int status)
     case 405:
         return QStringLiteral("不支持的请求方法");
     case 413:
-        return QStringLiteral("请求内容超过8MB上限");
+        return isUrlEncodedForm(request) ? QStringLiteral("表单内容超过%1KB上限")
+                                                   .arg(StoreServer::kMaxFormBytes / 1024)
+                                         : QStringLiteral("请求内容超过%1MB上限")
+                                                   .arg(StoreServer::kMaxBodyBytes / (1024 * 1024));
     case 414:
         return QStringLiteral("请求地址过长");
     case 500:
@@ -40,7 +53,7 @@ void fillEmptyErrorAnswer(const httplib::Request &request, httplib::Response &re
 {
     if (!response.body.empty())
         return;
-    const QString text = textForStatus(response.status);
+    const QString text = textForStatus(request, response.status);
     const QJsonObject body
             = request.path.rfind("/sandbox/qiniu/", 0) == 0
                       ? QJsonObject{{QStringLiteral("error"), text}}
@@ -63,12 +76,22 @@ std::string effectiveMethod(const httplib::Request &request)
     return request.method;
 }
 
+const StoreOptions &refuseExposedSandbox(const StoreOptions &options)
+{
+    if (options.sandbox && !StoreServer::isLoopback(options.host))
+        throw std::runtime_error("--sandbox serves SMS codes, mail links and captcha answers and "
+                                 "completes payments; it is only allowed on a loopback address, "
+                                 "not on "
+                                 + options.host.toStdString());
+    return options;
+}
+
 } // namespace
 
 StoreServer::StoreServer(Options options)
-    : m_options(std::move(options))
+    : m_options(refuseExposedSandbox(options))
     , m_context(std::make_unique<StoreContext>(m_options))
-    , m_server(std::make_unique<httplib::Server>())
+    , m_server(std::make_unique<GuardedServer>(m_options.headerDeadline, m_options.bodyDeadline))
 {
     installRoutes();
     configureServer();
@@ -168,6 +191,14 @@ void StoreServer::dispatch(const httplib::Request &request, httplib::Response &r
         response.status = 500;
         fillEmptyErrorAnswer(request, response);
     }
+}
+
+bool StoreServer::isLoopback(const QString &host)
+{
+    if (host == QLatin1String("localhost"))
+        return true;
+    const QHostAddress address(host);
+    return !address.isNull() && address.isLoopback();
 }
 
 bool StoreServer::bind()

@@ -21,9 +21,14 @@ class StoreServer
 public:
     using Options = StoreOptions;
     static constexpr size_t kMaxBodyBytes = 8 * 1024 * 1024;
+    // The HTTP library's own limit for application/x-www-form-urlencoded bodies.
+    static constexpr size_t kMaxFormBytes = 8 * 1024;
 
-    // Opens (and on first start seeds) the database; throws when that fails.
+    // Opens (and on first start seeds) the database; throws when that fails, and when the sandbox
+    // is asked for on an address other parties could reach.
     explicit StoreServer(Options options);
+    // 127.0.0.0/8, ::1 and "localhost".
+    static bool isLoopback(const QString &host);
     ~StoreServer();
 
     // Binds the socket; returns false when the address is taken. port() is valid afterwards.

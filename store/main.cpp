@@ -98,10 +98,10 @@ int main(int argc, char *argv[])
     const auto publicUrl = option(
             "public-url", "Base of addresses in answers (default: from the Host header).", "url");
     const auto seedOnly = option("seed-only", "Create and seed the database, then exit.");
-    const auto noSandbox = option("no-sandbox",
-                                  "Switch off the sandbox parties (outbox, upload, WeChat, push).");
+    const auto sandbox = option("sandbox", "Play the outside parties too (outbox, upload, WeChat, "
+                                           "push); only on a loopback address.");
     const auto quiet = option("quiet", "Do not log each request.");
-    parser.addOptions({port, host, db, uploads, publicUrl, seedOnly, noSandbox, quiet});
+    parser.addOptions({port, host, db, uploads, publicUrl, seedOnly, sandbox, quiet});
     parser.process(app);
 
     StoreServer::Options options;
@@ -110,7 +110,7 @@ int main(int argc, char *argv[])
     options.databasePath = QDir::current().absoluteFilePath(parser.value(db));
     options.uploadsDirectory = parser.value(uploads);
     options.publicBaseUrl = parser.value(publicUrl);
-    options.sandbox = !parser.isSet(noSandbox);
+    options.sandbox = parser.isSet(sandbox);
     if (parser.isSet(quiet))
         options.requestLog = nullptr;
 

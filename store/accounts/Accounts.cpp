@@ -101,16 +101,25 @@ qint64 create(SQLite::Database &db, const QString &phoneNumber, const QString &e
     return db.getLastInsertRowid();
 }
 
-int recordFailedSignIn(SQLite::Database &db, qint64 id, qint64 now)
+int reserveSignInTry(SQLite::Database &db, qint64 id)
 {
-    SQLite::Statement statement(
-            db, "UPDATE accounts SET failed_sign_ins = failed_sign_ins + 1, "
-                "locked_at = CASE WHEN failed_sign_ins + 1 >= ? THEN COALESCE(locked_at, ?) "
-                "ELSE locked_at END WHERE id = ? RETURNING failed_sign_ins");
-    statement.bind(1, kSignInAttempts);
-    statement.bind(2, static_cast<int64_t>(now));
-    statement.bind(3, static_cast<int64_t>(id));
+    SQLite::Statement statement(db, "UPDATE accounts SET failed_sign_ins = failed_sign_ins + 1 "
+                                    "WHERE id = ? AND locked_at IS NULL AND failed_sign_ins < ? "
+                                    "RETURNING failed_sign_ins");
+    statement.bind(1, static_cast<int64_t>(id));
+    statement.bind(2, kSignInAttempts);
     return statement.executeStep() ? statement.getColumn(0).getInt() : 0;
+}
+
+void recordFailedSignIn(SQLite::Database &db, qint64 id, int tries, qint64 now)
+{
+    if (tries < kSignInAttempts)
+        return; // the try was counted when it was reserved
+    SQLite::Statement statement(
+            db, "UPDATE accounts SET locked_at = COALESCE(locked_at, ?) WHERE id = ?");
+    statement.bind(1, static_cast<int64_t>(now));
+    statement.bind(2, static_cast<int64_t>(id));
+    statement.exec();
 }
 
 void clearSignInFailures(SQLite::Database &db, qint64 id)
@@ -119,6 +128,14 @@ void clearSignInFailures(SQLite::Database &db, qint64 id)
             db, "UPDATE accounts SET failed_sign_ins = 0, locked_at = NULL WHERE id = ?");
     statement.bind(1, static_cast<int64_t>(id));
     statement.exec();
+}
+
+bool resetSignInTries(SQLite::Database &db, qint64 id)
+{
+    SQLite::Statement statement(
+            db, "UPDATE accounts SET failed_sign_ins = 0 WHERE id = ? AND locked_at IS NULL");
+    statement.bind(1, static_cast<int64_t>(id));
+    return statement.exec() == 1;
 }
 
 void confirm(SQLite::Database &db, qint64 id)
@@ -138,9 +155,24 @@ void setPhoneNumber(SQLite::Database &db, qint64 id, const QString &phoneNumber)
     update(db, "UPDATE accounts SET phone_number = ? WHERE id = ?", id, phoneNumber);
 }
 
-void setEmail(SQLite::Database &db, qint64 id, const QString &email)
+void setPendingEmail(SQLite::Database &db, qint64 id, const QString &email)
 {
-    update(db, "UPDATE accounts SET email = ?, confirmed = 1 WHERE id = ?", id, email);
+    update(db, "UPDATE accounts SET pending_email = ? WHERE id = ?", id, email);
+}
+
+bool confirmPendingEmail(SQLite::Database &db, qint64 id)
+{
+    SQLite::Statement pending(db, "SELECT pending_email FROM accounts WHERE id = ?");
+    pending.bind(1, static_cast<int64_t>(id));
+    if (!pending.executeStep() || pending.getColumn(0).isNull())
+        return false;
+    const QString email = Sql::text(pending.getColumn(0));
+    if (const auto owner = byEmail(db, email); owner && owner->id != id)
+        return false;
+    SQLite::Statement statement(db, "UPDATE accounts SET email = pending_email, confirmed = 1, "
+                                    "pending_email = NULL WHERE id = ?");
+    statement.bind(1, static_cast<int64_t>(id));
+    return statement.exec() == 1;
 }
 
 void setProfile(SQLite::Database &db, qint64 id, const QString &nickName, int gender,

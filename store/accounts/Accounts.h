@@ -43,13 +43,23 @@ std::optional<Account> byLogin(SQLite::Database &db, const QString &login);
 qint64 create(SQLite::Database &db, const QString &phoneNumber, const QString &email,
               const QString &passwordHash, const QString &nickName, bool confirmed, qint64 now);
 
-// Counts a failed sign-in and locks the account at the fifth; returns the failures so far.
-int recordFailedSignIn(SQLite::Database &db, qint64 id, qint64 now);
+// Counts a sign-in try before its password is checked, so that no more than kSignInAttempts
+// wrong passwords are ever checked, however many arrive at once. Returns the tries counted so far
+// with this one, or 0 when the account is locked or out of tries (the caller answers "locked").
+int reserveSignInTry(SQLite::Database &db, qint64 id);
+// The counted try had a wrong password: at the last allowed try the account locks.
+void recordFailedSignIn(SQLite::Database &db, qint64 id, int tries, qint64 now);
 void clearSignInFailures(SQLite::Database &db, qint64 id); // also unlocks
+// A right password: the count starts again, unless a try running alongside locked the account
+// meanwhile (false; the lock stays).
+bool resetSignInTries(SQLite::Database &db, qint64 id);
 void confirm(SQLite::Database &db, qint64 id);
 void setPasswordHash(SQLite::Database &db, qint64 id, const QString &hash);
 void setPhoneNumber(SQLite::Database &db, qint64 id, const QString &phoneNumber);
-void setEmail(SQLite::Database &db, qint64 id, const QString &email);
+// The address waits, unconfirmed, until the link mailed to it is followed (confirmPendingEmail).
+void setPendingEmail(SQLite::Database &db, qint64 id, const QString &email);
+// Binds the waiting address; false when there is none or another account has it by now.
+bool confirmPendingEmail(SQLite::Database &db, qint64 id);
 void setProfile(SQLite::Database &db, qint64 id, const QString &nickName, int gender,
                 const QString &avatar);
 

@@ -18,6 +18,16 @@ QByteArray issue(SQLite::Database &db, qint64 accountId, const QString &purpose,
     return token;
 }
 
+void revoke(SQLite::Database &db, qint64 accountId, const QString &purpose, qint64 now)
+{
+    SQLite::Statement used(db, "UPDATE mail_tokens SET used_at = ? WHERE account_id = ? AND "
+                               "purpose = ? AND used_at IS NULL");
+    used.bind(1, static_cast<int64_t>(now));
+    used.bind(2, static_cast<int64_t>(accountId));
+    Sql::bind(used, 3, purpose);
+    used.exec();
+}
+
 std::optional<qint64> peek(SQLite::Database &db, const QByteArray &token, const QString &purpose,
                            qint64 now)
 {

@@ -10,7 +10,7 @@ std::optional<Session> find(SQLite::Database &db, const QByteArray &cookieValue,
     if (cookieValue.isEmpty() || cookieValue.size() > 128)
         return std::nullopt;
     SQLite::Statement query(db, "SELECT id_hash, account_id, token, captcha, captcha_at, "
-                                "captcha_tries, phone_checked_at FROM sessions "
+                                "captcha_tries, phone_checked_at, captcha_subject FROM sessions "
                                 "WHERE id_hash = ? AND expires_at > ?");
     query.bind(1, Crypto::lookupHash(cookieValue).toStdString());
     query.bind(2, static_cast<int64_t>(now));
@@ -24,6 +24,7 @@ std::optional<Session> find(SQLite::Database &db, const QByteArray &cookieValue,
     session.captchaAt = query.getColumn(4).getInt64();
     session.captchaTries = query.getColumn(5).getInt();
     session.phoneCheckedAt = query.getColumn(6).getInt64();
+    session.captchaSubject = Sql::text(query.getColumn(7));
     return session;
 }
 
@@ -48,7 +49,8 @@ QByteArray create(SQLite::Database &db, qint64 accountId, qint64 now, QString *t
         insert.bind(3);
     }
     insert.bind(4, static_cast<int64_t>(now));
-    insert.bind(5, static_cast<int64_t>(now + kLifetimeSeconds));
+    insert.bind(5, static_cast<int64_t>(
+                           now + (accountId > 0 ? kLifetimeSeconds : kAnonymousLifetimeSeconds)));
     insert.exec();
     return id;
 }
@@ -71,7 +73,7 @@ void removeOthers(SQLite::Database &db, qint64 accountId, const QByteArray &keep
 void setCaptcha(SQLite::Database &db, const QByteArray &idHash, const QString &text, qint64 now)
 {
     SQLite::Statement statement(db, "UPDATE sessions SET captcha = ?, captcha_at = ?, "
-                                    "captcha_tries = 0 WHERE id_hash = ?");
+                                    "captcha_tries = 0, captcha_subject = NULL WHERE id_hash = ?");
     Sql::bind(statement, 1, text);
     statement.bind(2, static_cast<int64_t>(now));
     statement.bind(3, idHash.toStdString());
@@ -79,13 +81,23 @@ void setCaptcha(SQLite::Database &db, const QByteArray &idHash, const QString &t
 }
 
 CaptchaCheck checkCaptcha(SQLite::Database &db, const Session &session, const QString &answer,
-                          qint64 now)
+                          const QString &subject, qint64 now)
 {
     if (session.captcha.isEmpty() || session.captchaTries >= kCaptchaTries
         || now - session.captchaAt > kCaptchaLifetimeSeconds)
         return CaptchaCheck::Missing;
-    if (answer.trimmed().compare(session.captcha, Qt::CaseInsensitive) == 0)
-        return CaptchaCheck::Passed;
+    if (answer.trimmed().compare(session.captcha, Qt::CaseInsensitive) == 0) {
+        const QString key = subject.trimmed().toLower();
+        if (session.captchaSubject.isEmpty()) {
+            SQLite::Statement used(db, "UPDATE sessions SET captcha_subject = ? WHERE id_hash = ? "
+                                       "AND captcha_subject IS NULL");
+            Sql::bind(used, 1, key);
+            used.bind(2, session.idHash.toStdString());
+            // Two requests with one answer at once: only the first takes it.
+            return used.exec() == 1 ? CaptchaCheck::Passed : CaptchaCheck::Missing;
+        }
+        return session.captchaSubject == key ? CaptchaCheck::Passed : CaptchaCheck::Missing;
+    }
     SQLite::Statement statement(
             db, "UPDATE sessions SET captcha_tries = captcha_tries + 1, "
                 "captcha = CASE WHEN captcha_tries + 1 >= ? THEN NULL ELSE captcha END "

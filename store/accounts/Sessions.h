@@ -19,6 +19,7 @@ struct Session
     QString captcha;
     qint64 captchaAt = 0;
     int captchaTries = 0;
+    QString captchaSubject; // the number or address the right answer was first given for
     qint64 phoneCheckedAt = 0;
 
     bool signedIn() const { return accountId > 0; }
@@ -28,6 +29,9 @@ namespace Sessions {
 
 inline constexpr char kCookieName[] = "_tarvel_session";
 inline constexpr qint64 kLifetimeSeconds = 30 * 24 * 3600;
+// Sessions nobody signed in to (made for a captcha) end sooner; expired ones are deleted whenever
+// a session is made.
+inline constexpr qint64 kAnonymousLifetimeSeconds = 3600;
 inline constexpr qint64 kCaptchaLifetimeSeconds = 30 * 60;
 inline constexpr int kCaptchaTries = 5;
 
@@ -42,8 +46,11 @@ void removeOthers(SQLite::Database &db, qint64 accountId, const QByteArray &keep
 void setCaptcha(SQLite::Database &db, const QByteArray &idHash, const QString &text, qint64 now);
 enum class CaptchaCheck { Passed, Wrong, Missing };
 // Case-insensitive; a wrong answer counts, and the fifth wrong one discards the picture's text.
+// A right answer holds for one `subject` only (a phone number or e-mail address): the code
+// request and the registration of the same number pass with it, any other number needs a new
+// picture (Missing).
 CaptchaCheck checkCaptcha(SQLite::Database &db, const Session &session, const QString &answer,
-                          qint64 now);
+                          const QString &subject, qint64 now);
 void markPhoneChecked(SQLite::Database &db, const QByteArray &idHash, qint64 now);
 
 } // namespace Sessions

@@ -1,5 +1,7 @@
 #include "core/Money.h"
 
+#include <QRegularExpression>
+
 namespace Money {
 
 QString text(qint64 fen)
@@ -15,6 +17,16 @@ QString text(qint64 fen)
         result += QLatin1Char('.') + fraction;
     }
     return negative ? QLatin1Char('-') + result : result;
+}
+
+qint64 parse(const QString &yuan)
+{
+    static const QRegularExpression amount(QStringLiteral("^(\\d{1,9})(?:\\.(\\d{1,2}))?$"));
+    const QRegularExpressionMatch match = amount.match(yuan.trimmed());
+    if (!match.hasMatch())
+        return -1;
+    const QString fraction = match.captured(2).leftJustified(2, QLatin1Char('0'));
+    return match.captured(1).toLongLong() * 100 + fraction.toLongLong();
 }
 
 } // namespace Money

@@ -223,13 +223,21 @@ CREATE TABLE push_messages (
 );
 )sql";
 
+// An e-mail address waits in pending_email until the link mailed to it is followed; a captcha
+// answer, once accepted, holds only for the number or address it was first given for.
+const char *const kVersion2 = R"sql(
+ALTER TABLE accounts ADD COLUMN pending_email TEXT;
+ALTER TABLE sessions ADD COLUMN captcha_subject TEXT;
+CREATE INDEX sessions_expiry ON sessions(expires_at);
+)sql";
+
 struct Step
 {
     int version;
     const char *sql;
 };
 
-const Step kSteps[] = {{1, kVersion1}};
+const Step kSteps[] = {{1, kVersion1}, {2, kVersion2}};
 
 int currentVersion(SQLite::Database &db)
 {

@@ -56,24 +56,27 @@ void signIn(Exchange &exchange)
         spendVerificationTime(password);
         throw ApiError::error(401, QStringLiteral("账号或密码错误"));
     }
-    if (account->locked())
+    // The try is counted before the (slow) password check, in one step with the lock test.
+    const int tries = database.write(
+            [&](SQLite::Database &db) { return Accounts::reserveSignInTry(db, account->id); });
+    if (tries == 0)
         throw lockedError();
     if (!Crypto::verifyPassword(account->passwordHash, password)) {
-        const int failures = database.write([&](SQLite::Database &db) {
-            return Accounts::recordFailedSignIn(db, account->id, exchange.now());
+        database.write([&](SQLite::Database &db) {
+            Accounts::recordFailedSignIn(db, account->id, tries, exchange.now());
         });
-        if (failures >= Accounts::kSignInAttempts)
+        if (tries >= Accounts::kSignInAttempts)
             throw lockedError();
-        const int left = Accounts::kSignInAttempts - failures;
+        const int left = Accounts::kSignInAttempts - tries;
         throw ApiError::error(
                 401, left > 2 ? QStringLiteral("账号或密码错误")
                               : QStringLiteral("账号或密码错误，再输错%1次账号将被锁定").arg(left));
     }
+    if (!database.write(
+                [&](SQLite::Database &db) { return Accounts::resetSignInTries(db, account->id); }))
+        throw lockedError();
     if (!account->confirmed)
         throw ApiError::error(403, QStringLiteral("authentication.failure.unconfirmed"));
-    if (account->failedSignIns > 0)
-        database.write(
-                [&](SQLite::Database &db) { Accounts::clearSignInFailures(db, account->id); });
 
     QJsonObject user = account->userJson();
     user.insert(QStringLiteral("token"), exchange.renewSession(account->id));
@@ -122,10 +125,12 @@ void signUp(Exchange &exchange)
         return byEmail ? Accounts::byEmail(db, login).has_value()
                        : Accounts::byPhone(db, login).has_value();
     };
+    // The captcha first: without it nobody learns whether a number or address is registered.
+    if (exchange.checkCaptcha(exchange.field("account[captcha]"), login)
+        != Sessions::CaptchaCheck::Passed)
+        AccountFields::refuseCaptcha(QStringLiteral("captcha"));
     if (database.read(taken))
         refuseTaken(byEmail);
-    if (exchange.checkCaptcha(exchange.field("account[captcha]")) != Sessions::CaptchaCheck::Passed)
-        AccountFields::refuseCaptcha(QStringLiteral("captcha"));
 
     const QString hash = Crypto::hashPassword(exchange.field("account[password]"));
     const QString phone = byEmail ? QString() : login;
@@ -145,7 +150,7 @@ void signUp(Exchange &exchange)
         if (byEmail) {
             const QByteArray token
                     = MailTokens::issue(db, accountId, MailTokens::kActivate, exchange.now());
-            const QString link = exchange.baseUrl() + QStringLiteral("/account/activate?token=")
+            const QString link = exchange.mailBaseUrl() + QStringLiteral("/account/activate?token=")
                                  + QString::fromLatin1(token);
             exchange.store().outbox().mail(
                     db, email, QStringLiteral("激活您的 Tarvel 账号"),

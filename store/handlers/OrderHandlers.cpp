@@ -109,7 +109,7 @@ void detachCoupon(Exchange &exchange)
     const qint64 orderId = exchange.routeId("id");
     const Order order = exchange.store().database().write([&](SQLite::Database &db) {
         Coupons::detach(db, Orders::requireOwn(db, session.accountId, orderId),
-                        exchange.routeId("line"));
+                        exchange.routeId("line"), exchange.now());
         return Orders::requireOwn(db, session.accountId, orderId);
     });
     exchange.success(QJsonObject{{QStringLiteral("subtotal"), Money::text(order.subtotal())},

@@ -11,12 +11,13 @@
 // SMS codes, password recovery and unlocking, by phone and by mail.
 namespace {
 
-void requireCaptchaUnlessSignedIn(Exchange &exchange, const QString &answer, const QString &field)
+void requireCaptchaUnlessSignedIn(Exchange &exchange, const QString &answer, const QString &field,
+                                  const QString &phone)
 {
     const Session *session = exchange.session();
     if (session && session->signedIn())
         return;
-    if (exchange.checkCaptcha(answer) != Sessions::CaptchaCheck::Passed)
+    if (exchange.checkCaptcha(answer, phone) != Sessions::CaptchaCheck::Passed)
         AccountFields::refuseCaptcha(field);
 }
 
@@ -60,7 +61,8 @@ Account registeredAccount(Exchange &exchange, bool byEmail, const QString &login
 void phoneNumberToken(Exchange &exchange)
 {
     const QString phone = checkedPhone(exchange, "phone_number", QStringLiteral("phone_number"));
-    requireCaptchaUnlessSignedIn(exchange, exchange.field("captcha"), QStringLiteral("captcha"));
+    requireCaptchaUnlessSignedIn(exchange, exchange.field("captcha"), QStringLiteral("captcha"),
+                                 phone);
     const Session *session = exchange.session();
     const qint64 self = session ? session->accountId : 0;
     const auto owner = exchange.store().database().read(
@@ -78,7 +80,8 @@ void phoneNumberToken(Exchange &exchange)
 void recoveryToken(Exchange &exchange, const QString &purpose)
 {
     const QString phone = checkedPhone(exchange, "phone_number", QStringLiteral("phone_number"));
-    requireCaptchaUnlessSignedIn(exchange, exchange.field("captcha"), QStringLiteral("captcha"));
+    requireCaptchaUnlessSignedIn(exchange, exchange.field("captcha"), QStringLiteral("captcha"),
+                                 phone);
     registeredAccount(exchange, false, phone);
     sendCode(exchange, phone, purpose);
 }
@@ -91,14 +94,15 @@ void mailLink(Exchange &exchange, const QString &purpose)
     AccountFields::requirePresent(errors, QStringLiteral("captcha"),
                                   exchange.field("account[captcha]"), QStringLiteral("图片验证码"));
     errors.raiseIfAny();
-    if (exchange.checkCaptcha(exchange.field("account[captcha]")) != Sessions::CaptchaCheck::Passed)
+    if (exchange.checkCaptcha(exchange.field("account[captcha]"), email)
+        != Sessions::CaptchaCheck::Passed)
         AccountFields::refuseCaptcha(QStringLiteral("captcha"));
     const Account account = registeredAccount(exchange, true, email);
 
     const bool reset = purpose == MailTokens::kPassword;
     exchange.store().database().write([&](SQLite::Database &db) {
         const QByteArray token = MailTokens::issue(db, account.id, purpose, exchange.now());
-        const QString link = exchange.baseUrl()
+        const QString link = exchange.mailBaseUrl()
                              + (reset ? QStringLiteral("/account/password/edit?token=")
                                       : QStringLiteral("/account/unlock?token="))
                              + QString::fromLatin1(token);

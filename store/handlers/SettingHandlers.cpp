@@ -1,6 +1,7 @@
 #include "StoreContext.h"
 #include "accounts/AccountFields.h"
 #include "accounts/Accounts.h"
+#include "accounts/MailTokens.h"
 #include "accounts/SmsCodes.h"
 #include "accounts/UploadCredentials.h"
 #include "core/Crypto.h"
@@ -123,15 +124,27 @@ void bindEmail(Exchange &exchange)
             throw ApiError::fail(QStringLiteral("email"),
                                  QStringLiteral("该邮箱已被其他账号使用，请更换"),
                                  QStringLiteral("邮箱"));
-        Accounts::setEmail(db, account.id, email);
+        // The address is bound only once the link mailed to it is followed: whoever binds it
+        // must be able to read its mail.
+        Accounts::setPendingEmail(db, account.id, email);
+        MailTokens::revoke(db, account.id, MailTokens::kBindEmail, exchange.now());
+        const QByteArray token
+                = MailTokens::issue(db, account.id, MailTokens::kBindEmail, exchange.now());
+        const QString link = exchange.mailBaseUrl()
+                             + QStringLiteral("/account/email/confirm?token=")
+                             + QString::fromLatin1(token);
         exchange.store().outbox().mail(
-                db, email, QStringLiteral("邮箱绑定成功"),
-                QStringLiteral("您的 Tarvel 账号%1已绑定此邮箱。").arg(account.nickName), QString(),
-                exchange.now());
+                db, email, QStringLiteral("确认绑定邮箱"),
+                QStringLiteral(
+                        "您的 Tarvel 账号%1申请绑定此邮箱，请在24小时内打开下面的链接确认：\n%2")
+                        .arg(account.nickName, link),
+                link, exchange.now());
     });
-    Account changed = account;
-    changed.email = email;
-    exchange.success(changed.userJson());
+    // The request itself succeeds (the app says "绑定成功"); the profile keeps its address until
+    // the link is followed.
+    QJsonObject profile = account.userJson();
+    profile.insert(QStringLiteral("pending_email"), email);
+    exchange.success(profile);
 }
 
 // PUT /setting/password.json
@@ -166,10 +179,26 @@ void info(Exchange &exchange)
     exchange.success(data);
 }
 
-bool isAvatarAddress(const QString &avatar)
+// An avatar is the default picture, the one the account has, or a picture the account uploaded
+// to this store, by its path or by its address under this store's base.
+bool isAvatarAddress(Exchange &exchange, const Account &account, const QString &avatar)
 {
-    static const QRegularExpression address(QStringLiteral("^(https?://[^\\s]+|/[^\\s]*)$"));
-    return avatar.size() <= 512 && address.match(avatar).hasMatch();
+    if (avatar == account.avatar || avatar == Accounts::kDefaultAvatar)
+        return true;
+    static const QRegularExpression upload(
+            QStringLiteral("^(.*)/uploads/([A-Za-z0-9_\\-]{1,64}\\.(?:jpg|png))$"));
+    const QRegularExpressionMatch match = upload.match(avatar);
+    if (!match.hasMatch())
+        return false;
+    const QString base = match.captured(1);
+    if (!base.isEmpty() && base != exchange.baseUrl() && base != exchange.mailBaseUrl())
+        return false;
+    return exchange.store().database().read([&](SQLite::Database &db) {
+        SQLite::Statement query(db, "SELECT 1 FROM uploads WHERE name = ? AND account_id = ?");
+        Sql::bind(query, 1, match.captured(2));
+        query.bind(2, static_cast<int64_t>(account.id));
+        return query.executeStep();
+    });
 }
 
 // PUT /setting/info.json
@@ -193,7 +222,7 @@ void changeInfo(Exchange &exchange)
                    QStringLiteral("性别"));
     if (avatar.isEmpty())
         avatar = Accounts::kDefaultAvatar;
-    else if (!isAvatarAddress(avatar))
+    else if (!isAvatarAddress(exchange, account, avatar))
         errors.add(QStringLiteral("avatar"), QStringLiteral("请重新上传"), QStringLiteral("头像"));
     errors.raiseIfAny();
     exchange.store().database().write([&](SQLite::Database &db) {

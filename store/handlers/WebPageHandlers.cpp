@@ -89,6 +89,19 @@ void unlockPage(Exchange &exchange)
              QStringLiteral("<p>现在可以在 App 中登录了。</p>"));
 }
 
+void confirmEmail(Exchange &exchange)
+{
+    const QByteArray token = tokenOf(exchange);
+    const bool done = exchange.store().database().write([&](SQLite::Database &db) {
+        const auto account = MailTokens::consume(db, token, MailTokens::kBindEmail, exchange.now());
+        return account && Accounts::confirmPendingEmail(db, *account);
+    });
+    if (!done)
+        return expiredLink(exchange);
+    sendPage(exchange, 200, QStringLiteral("邮箱已绑定"),
+             QStringLiteral("<p>现在可以用这个邮箱登录 App 了。</p>"));
+}
+
 QString passwordForm(const QByteArray &token, const QString &problem)
 {
     return QStringLiteral(
@@ -150,6 +163,7 @@ void Handlers::installWebPages(Router &router)
     router.add("GET", "/products/:id", productPage);
     router.add("GET", "/account/activate", activate);
     router.add("GET", "/account/unlock", unlockPage);
+    router.add("GET", "/account/email/confirm", confirmEmail);
     router.add("GET", "/account/password/edit", passwordEdit);
     router.add("POST", "/account/password/edit", passwordUpdate);
 }

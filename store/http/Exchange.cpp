@@ -13,6 +13,7 @@
 #include <QDateTime>
 #include <QJsonDocument>
 #include <QNetworkCookie>
+#include <QUrlQuery>
 
 namespace {
 
@@ -21,7 +22,8 @@ QNetworkCookie sessionCookie(const QByteArray &value, qint64 lifetimeSeconds)
     QNetworkCookie cookie(Sessions::kCookieName, value);
     cookie.setPath(QStringLiteral("/"));
     cookie.setHttpOnly(true);
-    cookie.setSameSitePolicy(QNetworkCookie::SameSite::Lax);
+    // Strict: a link from another site carries no session (the app is not a browser).
+    cookie.setSameSitePolicy(QNetworkCookie::SameSite::Strict);
     cookie.setExpirationDate(QDateTime::currentDateTimeUtc().addSecs(lifetimeSeconds));
     return cookie;
 }
@@ -59,8 +61,17 @@ QString Exchange::baseUrl() const
     const std::string host = m_request.get_header_value("Host");
     if (isPlainHost(host))
         return QStringLiteral("http://") + QString::fromStdString(host);
+    return mailBaseUrl();
+}
+
+QString Exchange::mailBaseUrl() const
+{
+    if (!m_store.options().publicBaseUrl.isEmpty())
+        return m_store.options().publicBaseUrl;
+    const QString address = QString::fromStdString(m_request.local_addr);
     return QStringLiteral("http://%1:%2")
-            .arg(QString::fromStdString(m_request.local_addr))
+            .arg(address.contains(QLatin1Char(':')) ? QLatin1Char('[') + address + QLatin1Char(']')
+                                                    : address)
             .arg(m_request.local_port);
 }
 
@@ -155,7 +166,7 @@ const Session &Exchange::ensureSession()
         return *existing;
     const QByteArray id = m_store.database().write(
             [&](SQLite::Database &db) { return Sessions::create(db, 0, now()); });
-    setCookie(sessionCookie(id, Sessions::kLifetimeSeconds));
+    setCookie(sessionCookie(id, Sessions::kAnonymousLifetimeSeconds));
     m_session = m_store.database().read(
             [&](SQLite::Database &db) { return Sessions::find(db, id, now()); });
     if (!m_session)
@@ -174,6 +185,9 @@ const Session &Exchange::requireSignedIn()
 const Session &Exchange::requireToken()
 {
     const Session &current = requireSignedIn();
+    // Only a body carries the token: addresses end up in logs, histories and Referer headers.
+    if (queryHas(QStringLiteral("authenticity_token")))
+        throw ApiError::badToken();
     const QByteArray sent = field("authenticity_token").toUtf8();
     if (sent.isEmpty() || !Crypto::equalConstantTime(sent, current.token.toUtf8()))
         throw ApiError::badToken();
@@ -196,14 +210,27 @@ QString Exchange::renewSession(qint64 accountId)
     return token;
 }
 
-Sessions::CaptchaCheck Exchange::checkCaptcha(const QString &answer)
+bool Exchange::queryHas(const QString &name) const
+{
+    const size_t mark = m_request.target.find('?');
+    if (mark == std::string::npos)
+        return false;
+    const QUrlQuery query(QString::fromStdString(m_request.target.substr(mark + 1)));
+    for (const auto &[key, value] : query.queryItems(QUrl::FullyDecoded)) {
+        if (key == name)
+            return true;
+    }
+    return false;
+}
+
+Sessions::CaptchaCheck Exchange::checkCaptcha(const QString &answer, const QString &subject)
 {
     const Session *current = session();
     if (!current)
         return Sessions::CaptchaCheck::Missing;
     const Session snapshot = *current;
     const auto result = m_store.database().write([&](SQLite::Database &db) {
-        return Sessions::checkCaptcha(db, snapshot, answer, now());
+        return Sessions::checkCaptcha(db, snapshot, answer, subject, now());
     });
     m_sessionLoaded = false; // the tries changed
     return result;

@@ -32,6 +32,9 @@ public:
     qint64 now() const;
     // Where this service is reached from the client's side, no trailing slash.
     QString baseUrl() const;
+    // The base of links in mails: the configured public address, else the address the request
+    // arrived at; never the request's Host header, which the sender chooses.
+    QString mailBaseUrl() const;
 
     QString routeParam(const std::string &name) const;
     // A route parameter that must be a positive id; -1 otherwise.
@@ -53,7 +56,8 @@ public:
     // returns the new authenticity token.
     QString renewSession(qint64 accountId);
     // Commits the captcha check on its own, so wrong answers count even when the request fails.
-    Sessions::CaptchaCheck checkCaptcha(const QString &answer);
+    // `subject` is the number or address the answer is given for (see Sessions::checkCaptcha).
+    Sessions::CaptchaCheck checkCaptcha(const QString &answer, const QString &subject);
 
     void success(const QJsonValue &data = QJsonValue::Null);
     void sendEnvelope(int status, const QJsonObject &envelope);
@@ -65,6 +69,7 @@ public:
 
 private:
     QByteArray requestCookie(const QByteArray &name) const;
+    bool queryHas(const QString &name) const;
 
     StoreContext &m_store;
     const httplib::Request &m_request;

@@ -30,6 +30,21 @@ const QByteArray &stampOfNow()
 }
 } // namespace
 
+std::string redacted(const std::string &target)
+{
+    const size_t mark = target.find('?');
+    if (mark == std::string::npos)
+        return target;
+    QList<QByteArray> pairs = QByteArray::fromStdString(target.substr(mark + 1)).split('&');
+    for (QByteArray &pair : pairs) {
+        const qsizetype equals = pair.indexOf('=');
+        const QByteArray key = equals < 0 ? pair : pair.left(equals);
+        if (QByteArray::fromPercentEncoding(key).toLower().endsWith("token"))
+            pair = key + "=[hidden]";
+    }
+    return target.substr(0, mark + 1) + pairs.join('&').toStdString();
+}
+
 void begin()
 {
     started = std::chrono::steady_clock::now();
@@ -47,7 +62,7 @@ void write(std::FILE *out, const httplib::Request &request, const httplib::Respo
                       std::chrono::duration<double, std::milli>(elapsed).count());
         timing = false;
     }
-    const std::string &target = request.target.empty() ? request.path : request.target;
+    const std::string target = redacted(request.target.empty() ? request.path : request.target);
     const QByteArray &stamp = stampOfNow();
     std::lock_guard lock(output);
     std::fprintf(out, "%s %s \"%s %.300s\" %d %zuB %s\n", stamp.constData(),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdio>
+#include <string>
 
 namespace httplib {
 struct Request;
@@ -12,4 +13,7 @@ namespace RequestLog {
 // Marks the start of the request handled by this thread.
 void begin();
 void write(std::FILE *out, const httplib::Request &request, const httplib::Response &response);
+// The request target with the value of every query field named "...token" hidden: tokens and
+// mail links' secrets never reach the log.
+std::string redacted(const std::string &target);
 } // namespace RequestLog

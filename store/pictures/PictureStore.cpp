@@ -1,7 +1,9 @@
 #include "pictures/PictureStore.h"
 
 #include "catalog/Catalog.h"
+#include "http/ApiError.h"
 #include "pictures/PictureFactory.h"
+#include "pictures/PictureLimits.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -66,6 +68,15 @@ std::optional<PictureStore::Picture> PictureStore::scaled(const QString &path,
     const auto source = original(path);
     if (!source)
         return std::nullopt;
+    // Checked before decoding: the source as declared, and the copy the view would make.
+    const QSize declared = PictureLimits::declaredSize(source->bytes);
+    if (!declared.isValid())
+        return std::nullopt;
+    const qint64 height = qint64(declared.height()) * view.width / std::max(1, declared.width());
+    if (!PictureLimits::acceptable(declared)
+        || !PictureLimits::acceptable(
+                QSize(view.width, int(std::min<qint64>(height, PictureLimits::kMaxSide + 1)))))
+        throw ApiError::error(422, PictureLimits::refusal());
     QImage image = QImage::fromData(source->bytes);
     if (image.isNull())
         return std::nullopt;

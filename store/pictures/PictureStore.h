@@ -27,7 +27,8 @@ public:
 
     // nullopt when there is no such picture.
     std::optional<Picture> original(const QString &path);
-    // The picture scaled to the view's width (height kept in proportion), as a JPEG.
+    // The picture scaled to the view's width (height kept in proportion), as a JPEG. Throws
+    // ApiError (422) when the picture or the copy would be larger than PictureLimits allow.
     std::optional<Picture> scaled(const QString &path, const ImageView &view);
 
     static QByteArray encode(const QImage &image, const char *format, int quality);

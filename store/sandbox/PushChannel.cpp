@@ -21,11 +21,35 @@ QJsonObject payloadOf(const Message &message)
 
 QString registerDevice(SQLite::Database &db, const QString &deviceToken, qint64 now)
 {
-    SQLite::Statement existing(db, "SELECT client_id FROM push_clients WHERE device_token = ?");
-    Sql::bind(existing, 1, deviceToken);
-    if (existing.executeStep())
-        return Sql::text(existing.getColumn(0));
     const QString clientId = QString::fromLatin1(Crypto::randomToken(12).toHex());
+    SQLite::Statement existing(
+            db, "SELECT client_id, first_message_id FROM push_clients WHERE device_token = ?");
+    Sql::bind(existing, 1, deviceToken);
+    if (existing.executeStep()) {
+        const QString previous = Sql::text(existing.getColumn(0));
+        const int64_t firstMessage = existing.getColumn(1).getInt64();
+        existing.reset();
+        SQLite::Statement retire(db,
+                                 "UPDATE push_clients SET device_token = ? WHERE client_id = ?");
+        Sql::bind(retire, 1, QStringLiteral("retired:") + previous);
+        Sql::bind(retire, 2, previous);
+        retire.exec();
+        SQLite::Statement insert(db, "INSERT INTO push_clients (client_id, device_token, "
+                                     "first_message_id, created_at) VALUES (?, ?, ?, ?)");
+        Sql::bind(insert, 1, clientId);
+        Sql::bind(insert, 2, deviceToken);
+        insert.bind(3, firstMessage);
+        insert.bind(4, static_cast<int64_t>(now));
+        insert.exec();
+        SQLite::Statement moved(db, "UPDATE push_messages SET client_id = ? WHERE client_id = ?");
+        Sql::bind(moved, 1, clientId);
+        Sql::bind(moved, 2, previous);
+        moved.exec();
+        SQLite::Statement forgotten(db, "DELETE FROM push_clients WHERE client_id = ?");
+        Sql::bind(forgotten, 1, previous);
+        forgotten.exec();
+        return clientId;
+    }
     SQLite::Statement insert(db,
                              "INSERT INTO push_clients (client_id, device_token, first_message_id, "
                              "created_at) VALUES (?, ?, (SELECT COALESCE(MAX(id), 0) FROM "
@@ -82,10 +106,14 @@ QJsonArray poll(SQLite::Database &db, const QString &clientId, qint64 after, int
     return messages;
 }
 
-std::optional<QJsonObject> payload(SQLite::Database &db, qint64 messageId)
+std::optional<QJsonObject> payload(SQLite::Database &db, qint64 messageId, const QString &clientId)
 {
-    SQLite::Statement query(db, "SELECT title, content, date, url FROM push_messages WHERE id = ?");
+    SQLite::Statement query(
+            db, "SELECT m.title, m.content, m.date, m.url FROM push_messages m, push_clients c "
+                "WHERE m.id = ? AND c.client_id = ? AND (m.client_id = c.client_id OR "
+                "(m.client_id IS NULL AND m.id > c.first_message_id))");
     query.bind(1, static_cast<int64_t>(messageId));
+    Sql::bind(query, 2, clientId);
     if (!query.executeStep())
         return std::nullopt;
     return payloadOf({Sql::text(query.getColumn(0)), Sql::text(query.getColumn(1)),

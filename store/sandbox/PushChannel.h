@@ -11,7 +11,8 @@ class Database;
 }
 
 // The push service of the sandbox: devices register their token and get a client id, poll for
-// the messages sent to them or to everyone since they registered, and fetch each payload.
+// the messages sent to them or to everyone since they registered, and fetch each payload with
+// their client id. Only the operator sends (`tarvel-store push`, straight into the database).
 namespace PushChannel {
 
 struct Message
@@ -22,12 +23,15 @@ struct Message
     QString url; // optional
 };
 
+// A new client id each time: registering again replaces the device's earlier id (which then is
+// unknown) and keeps what was sent to it, so a client id is never learnt from a device token.
 QString registerDevice(SQLite::Database &db, const QString &deviceToken, qint64 now);
 bool isRegistered(SQLite::Database &db, const QString &clientId);
 // Sends to one client, or to every client when `clientId` is empty; returns the message id.
 qint64 send(SQLite::Database &db, const Message &message, const QString &clientId, qint64 now);
 QJsonArray poll(SQLite::Database &db, const QString &clientId, qint64 after, int limit);
-// The payload the device receives: {"title", "content", "date", "url"}, without an empty url.
-std::optional<QJsonObject> payload(SQLite::Database &db, qint64 messageId);
+// The payload the device receives: {"title", "content", "date", "url"}, without an empty url;
+// nullopt unless the message is for that client (sent to it, or to everyone after it registered).
+std::optional<QJsonObject> payload(SQLite::Database &db, qint64 messageId, const QString &clientId);
 
 } // namespace PushChannel

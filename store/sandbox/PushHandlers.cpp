@@ -1,5 +1,4 @@
 #include "StoreContext.h"
-#include "core/TimeText.h"
 #include "handlers/Handlers.h"
 #include "http/ApiError.h"
 #include "http/Exchange.h"
@@ -39,39 +38,17 @@ void poll(Exchange &exchange)
             [&](SQLite::Database &db) { return PushChannel::poll(db, clientId, after, 50); }));
 }
 
-// GET /sandbox/push/payload/<id>: the payload itself, as the device receives it.
+// GET /sandbox/push/payload/<id>?client_id=: the payload itself, as the device receives it; only
+// the device it was sent to gets it.
 void payload(Exchange &exchange)
 {
-    const auto found = exchange.store().database().read(
-            [&](SQLite::Database &db) { return PushChannel::payload(db, exchange.routeId("id")); });
+    const QString clientId = exchange.field("client_id").trimmed();
+    const auto found = exchange.store().database().read([&](SQLite::Database &db) {
+        return PushChannel::payload(db, exchange.routeId("id"), clientId);
+    });
     if (!found)
         throw ApiError::error(404, QStringLiteral("RecordNotFound: 推送消息不存在"));
     exchange.sendJson(200, *found);
-}
-
-// POST /sandbox/push/send: title, content, date, url; to client_id or everyone.
-void send(Exchange &exchange)
-{
-    PushChannel::Message message{exchange.field("title").trimmed(),
-                                 exchange.field("content").trimmed(),
-                                 exchange.field("date").trimmed(), exchange.field("url").trimmed()};
-    FieldErrors errors;
-    if (message.title.isEmpty())
-        errors.add(QStringLiteral("title"), QStringLiteral("请输入"), QStringLiteral("标题"));
-    if (message.content.isEmpty())
-        errors.add(QStringLiteral("content"), QStringLiteral("请输入"), QStringLiteral("内容"));
-    errors.raiseIfAny();
-    if (message.date.isEmpty())
-        message.date = TimeText::minutes(exchange.now());
-    const QString clientId = exchange.field("client_id").trimmed();
-    if (!clientId.isEmpty())
-        requireRegistered(exchange, clientId);
-    const qint64 id = exchange.store().database().write([&](SQLite::Database &db) {
-        return PushChannel::send(db, message, clientId, exchange.now());
-    });
-    exchange.success(QJsonObject{
-            {QStringLiteral("id"), id},
-            {QStringLiteral("sent_to"), clientId.isEmpty() ? QStringLiteral("all") : clientId}});
 }
 
 } // namespace
@@ -81,5 +58,4 @@ void SandboxHandlers::installPush(Router &router)
     router.add("POST", "/sandbox/push/register", registerDevice);
     router.add("GET", "/sandbox/push/poll", poll);
     router.add("GET", "/sandbox/push/payload/:id", payload);
-    router.add("POST", "/sandbox/push/send", send);
 }

@@ -3,6 +3,7 @@
 #include "core/Crypto.h"
 #include "handlers/Handlers.h"
 #include "http/Exchange.h"
+#include "pictures/PictureLimits.h"
 
 #include <httplib.h>
 
@@ -30,22 +31,21 @@ QString part(const httplib::Request &request, const char *name)
     return QString::fromUtf8(request.get_file_value(name).content).trimmed().left(256);
 }
 
-// "jpg" or "png" for a picture of that kind that decodes, else nothing.
+// "jpg" or "png" by the file's signature, else nothing.
 QString pictureSuffix(const std::string &content)
 {
     static const std::string jpeg("\xFF\xD8\xFF", 3);
     static const std::string png("\x89PNG\r\n\x1A\n", 8);
-    QString suffix;
     if (content.compare(0, jpeg.size(), jpeg) == 0)
-        suffix = QStringLiteral("jpg");
-    else if (content.compare(0, png.size(), png) == 0)
-        suffix = QStringLiteral("png");
-    else
-        return {};
-    const QImage image
-            = QImage::fromData(QByteArray::fromRawData(content.data(), qsizetype(content.size())),
-                               suffix == QLatin1String("jpg") ? "JPG" : "PNG");
-    return image.isNull() ? QString() : suffix;
+        return QStringLiteral("jpg");
+    if (content.compare(0, png.size(), png) == 0)
+        return QStringLiteral("png");
+    return {};
+}
+
+bool decodes(const QByteArray &bytes, const QString &suffix)
+{
+    return !QImage::fromData(bytes, suffix == QLatin1String("jpg") ? "JPG" : "PNG").isNull();
 }
 
 void saveFile(const QString &path, const std::string &content)
@@ -71,7 +71,14 @@ void upload(Exchange &exchange)
     if (content.size() > kMaxFileBytes)
         return refuse(413, QStringLiteral("图片不能超过5MB"));
     const QString suffix = pictureSuffix(content);
-    if (suffix.isEmpty())
+    const QByteArray bytes = QByteArray::fromRawData(content.data(), qsizetype(content.size()));
+    const QSize declared = suffix.isEmpty() ? QSize() : PictureLimits::declaredSize(bytes);
+    if (!declared.isValid())
+        return refuse(415, QStringLiteral("只接受 JPEG 或 PNG 图片"));
+    // The declared size is checked before the picture is decoded.
+    if (!PictureLimits::acceptable(declared))
+        return refuse(422, PictureLimits::refusal());
+    if (!decodes(bytes, suffix))
         return refuse(415, QStringLiteral("只接受 JPEG 或 PNG 图片"));
 
     const UploadCredentials::Fields fields{

@@ -53,10 +53,16 @@ void confirmPayment(Exchange &exchange)
     if (result != QLatin1String("success") && result != QLatin1String("cancel"))
         errors.add(QStringLiteral("result"), QStringLiteral("请选择正确的"),
                    QStringLiteral("支付结果"));
+    const bool success = result == QLatin1String("success");
+    // The payer's confirmation says what was paid; it must be what the order is due.
+    const qint64 amount = Money::parse(exchange.field("amount"));
+    if (success && amount < 0)
+        errors.add(QStringLiteral("amount"), QStringLiteral("请输入正确的"),
+                   QStringLiteral("支付金额"));
     errors.raiseIfAny();
     const auto settlement = exchange.store().database().write([&](SQLite::Database &db) {
-        return Payments::settle(db, exchange.store().catalog(), prepayId,
-                                result == QLatin1String("success"), exchange.now());
+        return Payments::settle(db, exchange.store().catalog(), prepayId, success, amount,
+                                exchange.now());
     });
     exchange.success(QJsonObject{{QStringLiteral("prepayid"), prepayId},
                                  {QStringLiteral("result"), result},

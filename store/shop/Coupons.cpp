@@ -4,6 +4,7 @@
 #include "db/Database.h"
 #include "http/ApiError.h"
 #include "shop/Orders.h"
+#include "shop/Payments.h"
 
 namespace Coupons {
 
@@ -87,11 +88,12 @@ OrderLineItem attach(SQLite::Database &db, const Order &order, const QString &co
     Sql::bind(insert, 3, code);
     insert.bind(4, static_cast<int64_t>(coupon->amount));
     insert.exec();
+    Payments::voidOpen(db, order.id, now);
     return OrderLineItem{db.getLastInsertRowid(), QStringLiteral("coupon"), code, coupon->amount,
                          coupon->id};
 }
 
-void detach(SQLite::Database &db, const Order &order, qint64 lineItemId)
+void detach(SQLite::Database &db, const Order &order, qint64 lineItemId, qint64 now)
 {
     requireOpen(order);
     SQLite::Statement statement(db, "DELETE FROM order_line_items WHERE id = ? AND order_id = ?");
@@ -99,6 +101,7 @@ void detach(SQLite::Database &db, const Order &order, qint64 lineItemId)
     statement.bind(2, static_cast<int64_t>(order.id));
     if (statement.exec() == 0)
         throw ApiError::error(404, QStringLiteral("该订单没有这张优惠码"));
+    Payments::voidOpen(db, order.id, now);
 }
 
 } // namespace Coupons

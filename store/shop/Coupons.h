@@ -30,8 +30,9 @@ std::optional<Coupon> byCode(SQLite::Database &db, const QString &code);
 qint64 create(SQLite::Database &db, const QString &code, qint64 amount, qint64 minimum,
               qint64 accountId, qint64 expiresAt);
 // Attaches the code to the account's unpaid order; throws ApiError for every reason it may not.
+// Either change voids the order's open payment requests: they ask for the amount before it.
 OrderLineItem attach(SQLite::Database &db, const Order &order, const QString &code, qint64 now);
 // Removes one coupon line of the order; throws ApiError when it has no such line.
-void detach(SQLite::Database &db, const Order &order, qint64 lineItemId);
+void detach(SQLite::Database &db, const Order &order, qint64 lineItemId, qint64 now);
 
 } // namespace Coupons

@@ -1,8 +1,10 @@
 #include "shop/Payments.h"
 
 #include "core/Crypto.h"
+#include "core/Money.h"
 #include "db/Database.h"
 #include "http/ApiError.h"
+#include "shop/Cart.h"
 #include "shop/Orders.h"
 
 #include <QDateTime>
@@ -70,20 +72,34 @@ std::optional<PrepayInfo> find(SQLite::Database &db, const QString &prepayId)
 }
 
 Settlement settle(SQLite::Database &db, const Catalog &catalog, const QString &prepayId,
-                  bool success, qint64 now)
+                  bool success, qint64 paidAmount, qint64 now)
 {
-    SQLite::Statement query(db, "SELECT order_id, state FROM prepays WHERE prepay_id = ?");
-    Sql::bind(query, 1, prepayId);
-    if (!query.executeStep())
+    const auto prepay = find(db, prepayId);
+    if (!prepay)
         throw ApiError::error(404, QStringLiteral("RecordNotFound: 预支付交易不存在"));
-    const qint64 orderId = query.getColumn(0).getInt64();
-    if (query.getColumn(1).getString() != "pending")
+    if (prepay->state == QLatin1String("cancel"))
+        throw ApiError::error(409, QStringLiteral("该笔支付已取消或已失效，请重新发起支付"));
+    if (prepay->state != QLatin1String("pending"))
         throw ApiError::error(409, QStringLiteral("该笔支付已经处理过了"));
-    const auto order = Orders::find(db, orderId);
+    const auto order = Orders::find(db, prepay->orderId);
     if (!order)
         throw ApiError::orderNotFound();
-    if (success && order->state != Orders::kInCheckout && order->state != Orders::kPending)
-        throw ApiError::error(409, QStringLiteral("订单已取消或已支付，无法完成支付"));
+    if (success) {
+        if (order->state != Orders::kInCheckout && order->state != Orders::kPending)
+            throw ApiError::error(409, QStringLiteral("订单已取消或已支付，无法完成支付"));
+        if (paidAmount != prepay->amount)
+            throw ApiError::error(409, QStringLiteral("支付金额与订单应付金额¥%1不符，支付未完成")
+                                               .arg(Money::text(prepay->amount)));
+        if (order->subtotal() != prepay->amount)
+            throw ApiError::error(409, QStringLiteral("订单应付金额已变为¥%1，请重新发起支付")
+                                               .arg(Money::text(order->subtotal())));
+        for (const OrderGame &game : order->games) {
+            if (Library::owns(db, order->accountId, game.productId))
+                throw ApiError::error(
+                        409,
+                        QStringLiteral("您已拥有《%1》，无需重复购买，支付未完成").arg(game.title));
+        }
+    }
 
     SQLite::Statement settled(db,
                               "UPDATE prepays SET state = ?, settled_at = ? WHERE prepay_id = ?");
@@ -92,9 +108,18 @@ Settlement settle(SQLite::Database &db, const Catalog &catalog, const QString &p
     Sql::bind(settled, 3, prepayId);
     settled.exec();
     if (!success)
-        return {orderId, order->state};
+        return {order->id, order->state};
     Orders::complete(db, catalog, *order, kWeChat, now);
-    return {orderId, Orders::kCompleted};
+    return {order->id, Orders::kCompleted};
+}
+
+void voidOpen(SQLite::Database &db, qint64 orderId, qint64 now)
+{
+    SQLite::Statement voided(db, "UPDATE prepays SET state = 'cancel', settled_at = ? "
+                                 "WHERE order_id = ? AND state = 'pending'");
+    voided.bind(1, static_cast<int64_t>(now));
+    voided.bind(2, static_cast<int64_t>(orderId));
+    voided.exec();
 }
 
 } // namespace Payments

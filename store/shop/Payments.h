@@ -40,8 +40,13 @@ struct Settlement
     QString orderState;
 };
 // The provider's report for a prepay: success completes the order, cancel leaves it unpaid.
-// Throws ApiError for an unknown or already settled prepay.
+// A success carries the amount paid (fen), which must be the prepay's amount and what the order
+// is due now; an order whose games the account already owns is not completed. Throws ApiError
+// for an unknown, settled or void prepay and for every refusal, which changes nothing.
 Settlement settle(SQLite::Database &db, const Catalog &catalog, const QString &prepayId,
-                  bool success, qint64 now);
+                  bool success, qint64 paidAmount, qint64 now);
+
+// Voids the order's open prepays: the amount they ask for no longer holds (a coupon changed).
+void voidOpen(SQLite::Database &db, qint64 orderId, qint64 now);
 
 } // namespace Payments

@@ -300,8 +300,8 @@ private slots:
         prompt.confirm();
         QTRY_VERIFY(!prompt.isShown());
         QCOMPARE(m_reports, QList<bool>{false});
-        QVERIFY2(LogRecorder::infos().contains(
-                         QStringLiteral("错误，retcode = -1, retstr = 该笔支付已经处理过了")),
+        QVERIFY2(LogRecorder::infos().contains(QStringLiteral(
+                         "错误，retcode = -1, retstr = 该笔支付已取消或已失效，请重新发起支付")),
                  qPrintable(LogRecorder::infos().join(QLatin1Char('|'))));
     }
 

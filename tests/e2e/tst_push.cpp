@@ -2,6 +2,7 @@
 #include "tst_kits_support.h"
 
 #include "InProcessStore.h"
+#include "PushCommand.h"
 #include "platform/UserDefaults.h"
 #include "platform/kits/Application.h"
 #include "platform/kits/GeTuiSdk.h"
@@ -12,9 +13,6 @@
 #include "service/ICDataHelper.h"
 
 #include <QJsonDocument>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QUrlQuery>
 
 using namespace kitstest;
 using platform::Application;
@@ -63,29 +61,19 @@ class TestPush : public QObject
 
 private:
     std::unique_ptr<tarvel::test::InProcessStore> m_store;
-    QNetworkAccessManager m_network;
 
     AppDelegate *app() { return AppDelegate::shared(); }
 
-    // Sends a message through the store's push channel to this device.
+    // Sends a message through the store's push channel to this device, as the operator does.
     bool sendThroughChannel(const QString &title, const QString &content)
     {
-        QUrlQuery form;
-        form.addQueryItem(QStringLiteral("title"), title);
-        form.addQueryItem(QStringLiteral("content"), content);
-        form.addQueryItem(QStringLiteral("date"), QStringLiteral("2024-07-01 10:00"));
-        form.addQueryItem(QStringLiteral("url"), QStringLiteral("/products/12"));
-        form.addQueryItem(QStringLiteral("client_id"), GeTuiSdk::clientId());
-        QNetworkRequest request(QUrl(m_store->baseUrl() + QStringLiteral("/sandbox/push/send")));
-        request.setHeader(QNetworkRequest::ContentTypeHeader,
-                          QByteArrayLiteral("application/x-www-form-urlencoded"));
-        QNetworkReply *reply = m_network.post(request, form.toString(QUrl::FullyEncoded).toUtf8());
-        QSignalSpy finished(reply, &QNetworkReply::finished);
-        const bool ok
-                = finished.wait(10000)
-                  && reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == 200;
-        reply->deleteLater();
-        return ok;
+        return PushCommand::run({QStringLiteral("tarvel-store"), QStringLiteral("--title"), title,
+                                 QStringLiteral("--content"), content, QStringLiteral("--date"),
+                                 QStringLiteral("2024-07-01 10:00"), QStringLiteral("--url"),
+                                 QStringLiteral("/products/12"), QStringLiteral("--client-id"),
+                                 GeTuiSdk::clientId(), QStringLiteral("--db"),
+                                 m_store->databasePath()})
+               == 0;
     }
 
     // The id of the last channel message the push kit has dealt with (delivered or dropped).

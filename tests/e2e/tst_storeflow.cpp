@@ -108,7 +108,7 @@ private slots:
         const int port = tarvel::test::startStoreOnAnyPort(
                 m_storeProcess,
                 {QStringLiteral("--db"), m_storeFolder.filePath(QStringLiteral("store.sqlite")),
-                 QStringLiteral("--quiet")});
+                 QStringLiteral("--quiet"), QStringLiteral("--sandbox")});
         QVERIFY(port > 0);
         m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
         QVERIFY(QTest::qWaitFor(

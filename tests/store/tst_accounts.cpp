@@ -87,7 +87,7 @@ private slots:
         QVERIFY(answer.setCookie("cart_num").startsWith("cart_num="));
     }
 
-    void sessionCookieIsHttpOnlyLaxAndRenewedAtSignIn()
+    void sessionCookieIsHttpOnlyStrictAndRenewedAtSignIn()
     {
         InProcessStore store;
         StoreClient client(store.baseUrl());
@@ -98,7 +98,7 @@ private slots:
         const Answer signIn = client.signIn(kPhone, kPassword);
         const QByteArray raw = signIn.setCookie("_tarvel_session");
         QVERIFY(raw.contains("HttpOnly"));
-        QVERIFY(raw.contains("SameSite=Lax"));
+        QVERIFY(raw.contains("SameSite=Strict"));
         QVERIFY(raw.contains("path=/"));
         const QByteArray signedIn = sessionId(signIn);
         QVERIFY(signedIn != anonymous);

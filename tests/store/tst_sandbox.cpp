@@ -42,9 +42,18 @@ private:
                 .array();
     }
 
-    static Answer send(StoreClient &client, const Form &fields)
+    // The operator's command against the store's database; its exit code.
+    static int send(InProcessStore &store, QStringList arguments)
     {
-        return client.post(QStringLiteral("/sandbox/push/send"), fields);
+        arguments.prepend(QStringLiteral("tarvel-store"));
+        arguments << QStringLiteral("--db") << store.databasePath();
+        return PushCommand::run(arguments);
+    }
+
+    static Answer payload(StoreClient &client, qint64 messageId, const QString &clientId)
+    {
+        return client.get(QStringLiteral("/sandbox/push/payload/%1").arg(messageId),
+                          {{QStringLiteral("client_id"), clientId}});
     }
 
 private slots:
@@ -99,43 +108,42 @@ private slots:
         StoreClient client(store.baseUrl());
         const QString early = registerDevice(client, QStringLiteral("device-early"));
         QVERIFY(!early.isEmpty());
-        QCOMPARE(registerDevice(client, QStringLiteral("device-early")),
-                 early); // one id per device
-        QVERIFY(send(client, {{QStringLiteral("title"), QStringLiteral("开服公告")},
-                              {QStringLiteral("content"), QStringLiteral("欢迎")}})
-                        .ok());
+        QCOMPARE(send(store, {"--title", "开服公告", "--content", "欢迎"}), 0);
         const QString late = registerDevice(client, QStringLiteral("device-late"));
         QVERIFY(poll(client, late).isEmpty()); // nothing from before the registration
 
-        const Answer broadcast
-                = send(client, {{QStringLiteral("title"), QStringLiteral("夏日特惠")},
-                                {QStringLiteral("content"), QStringLiteral("全场五折")},
-                                {QStringLiteral("date"), QStringLiteral("2024-07-01 10:00")},
-                                {QStringLiteral("url"), QStringLiteral("/products/12")}});
-        QVERIFY(broadcast.ok());
-        const Answer direct = send(client, {{QStringLiteral("title"), QStringLiteral("私信")},
-                                            {QStringLiteral("content"), QStringLiteral("只给你")},
-                                            {QStringLiteral("client_id"), early}});
-        QVERIFY(direct.ok());
-        QCOMPARE(poll(client, early).size(), 3);
+        QCOMPARE(send(store, {"--title", "夏日特惠", "--content", "全场五折", "--date",
+                              "2024-07-01 10:00", "--url", "/products/12"}),
+                 0);
+        QCOMPARE(send(store, {"--title", "私信", "--content", "只给你", "--client-id", early}), 0);
+        const QJsonArray earlyMessages = poll(client, early);
+        QCOMPARE(earlyMessages.size(), 3);
         QCOMPARE(poll(client, late).size(), 1);
-        const qint64 lastSeen = poll(client, early).at(1).toObject().value("id").toInteger();
+        const qint64 lastSeen = earlyMessages.at(1).toObject().value("id").toInteger();
         QCOMPARE(poll(client, early, lastSeen).size(), 1);
 
-        const Answer payload = client.get(QStringLiteral("/sandbox/push/payload/%1")
-                                                  .arg(broadcast.object().value("id").toInteger()));
-        QCOMPARE(payload.json, (QJsonObject{{"title", "夏日特惠"},
-                                            {"content", "全场五折"},
-                                            {"date", "2024-07-01 10:00"},
-                                            {"url", "/products/12"}}));
-        const QJsonObject withoutUrl
-                = client.get(QStringLiteral("/sandbox/push/payload/%1")
-                                     .arg(direct.object().value("id").toInteger()))
-                          .json;
+        const qint64 broadcast = earlyMessages.at(1).toObject().value("id").toInteger();
+        const qint64 direct = earlyMessages.at(2).toObject().value("id").toInteger();
+        QCOMPARE(payload(client, broadcast, late).json, (QJsonObject{{"title", "夏日特惠"},
+                                                                     {"content", "全场五折"},
+                                                                     {"date", "2024-07-01 10:00"},
+                                                                     {"url", "/products/12"}}));
+        const QJsonObject withoutUrl = payload(client, direct, early).json;
         QVERIFY(!withoutUrl.contains("url"));
         QVERIFY(QRegularExpression(QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d$"))
                         .match(withoutUrl.value("date").toString())
                         .hasMatch());
+
+        // Registering again gives the device a new id and keeps what was sent to it; the old id
+        // is forgotten.
+        const QString again = registerDevice(client, QStringLiteral("device-early"));
+        QVERIFY(!again.isEmpty() && again != early);
+        QCOMPARE(poll(client, again).size(), 3);
+        QCOMPARE(client.get(QStringLiteral("/sandbox/push/poll"),
+                            {{QStringLiteral("client_id"), early}})
+                         .status,
+                 404);
+        QCOMPARE(payload(client, direct, again).status, 200);
     }
 
     void pushRefusals_data()
@@ -145,14 +153,12 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::newRow("poll unknown client")
                 << "/sandbox/push/poll?client_id=nobody" << Form() << 404;
-        QTest::newRow("unknown payload") << "/sandbox/push/payload/999" << Form() << 404;
-        QTest::newRow("send without title")
-                << "/sandbox/push/send" << Form{{"content", "x"}} << 422;
-        QTest::newRow("send to unknown client")
-                << "/sandbox/push/send"
-                << Form{{"title", "t"}, {"content", "c"}, {"client_id", "nobody"}} << 404;
+        QTest::newRow("unknown payload")
+                << "/sandbox/push/payload/999?client_id=nobody" << Form() << 404;
         QTest::newRow("register without token")
                 << "/sandbox/push/register" << Form{{"device_token", ""}} << 422;
+        QTest::newRow("sending is not an address")
+                << "/sandbox/push/send" << Form{{"title", "t"}, {"content", "c"}} << 404;
     }
     void pushRefusals()
     {
@@ -172,24 +178,20 @@ private slots:
         InProcessStore store;
         StoreClient client(store.baseUrl());
         const QString device = registerDevice(client, QStringLiteral("device-cli"));
-        const int sent = PushCommand::run({QStringLiteral("tarvel-store"),
-                                           QStringLiteral("--title"), QStringLiteral("新游上架"),
-                                           QStringLiteral("--content"), QStringLiteral("快来看看"),
-                                           QStringLiteral("--url"), QStringLiteral("/products/3"),
-                                           QStringLiteral("--server"), store.baseUrl()});
-        QCOMPARE(sent, 0);
+        QCOMPARE(send(store,
+                      {"--title", "新游上架", "--content", "快来看看", "--url", "/products/3"}),
+                 0);
         const QJsonObject message = poll(client, device).first().toObject();
         QCOMPARE(message.value("title").toString(), QStringLiteral("新游上架"));
         QCOMPARE(message.value("url").toString(), QStringLiteral("/products/3"));
-        QCOMPARE(PushCommand::run({QStringLiteral("tarvel-store"), QStringLiteral("--title"),
-                                   QStringLiteral("x"), QStringLiteral("--server"),
-                                   store.baseUrl()}),
-                 2);
+        QCOMPARE(send(store, {"--title", "x"}), 2);
+        QCOMPARE(send(store, {"--title", "x", "--content", "y", "--client-id", "nobody"}), 1);
         QCOMPARE(PushCommand::run({QStringLiteral("tarvel-store"), QStringLiteral("--title"),
                                    QStringLiteral("x"), QStringLiteral("--content"),
-                                   QStringLiteral("y"), QStringLiteral("--server"),
-                                   QStringLiteral("http://127.0.0.1:1")}),
+                                   QStringLiteral("y"), QStringLiteral("--db"),
+                                   store.directory() + QStringLiteral("/missing.sqlite")}),
                  1);
+        QCOMPARE(poll(client, device).size(), 1);
     }
 
     void noSandboxSwitchesThePartiesOff_data()
@@ -201,15 +203,12 @@ private slots:
         QTest::newRow("upload") << QByteArray("POST") << "/sandbox/qiniu/upload";
         QTest::newRow("wechat") << QByteArray("POST") << "/sandbox/wechat/confirm";
         QTest::newRow("push register") << QByteArray("POST") << "/sandbox/push/register";
-        QTest::newRow("push send") << QByteArray("POST") << "/sandbox/push/send";
     }
     void noSandboxSwitchesThePartiesOff()
     {
         QFETCH(QByteArray, verb);
         QFETCH(QString, path);
-        StoreOptions options;
-        options.sandbox = false;
-        InProcessStore store(options);
+        InProcessStore store({}, InProcessStore::Sandbox::Off);
         StoreClient client(store.baseUrl());
         const Answer answer = client.send(verb, path, "a=b", "application/x-www-form-urlencoded");
         QCOMPARE(answer.status, 404);

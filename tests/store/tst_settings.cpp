@@ -195,7 +195,7 @@ private slots:
         QTest::addColumn<QString>("failedField");
         QTest::newRow("all fine") << "小明"
                                   << "1"
-                                  << "https://cdn.example.com/a.jpg"
+                                  << "/pictures/avatars/default.png"
                                   << "";
         QTest::newRow("quotes kept as text") << "Bob'); DROP--"
                                              << "2"
@@ -216,6 +216,22 @@ private slots:
                                        << "0"
                                        << "javascript:alert(1)"
                                        << "avatar";
+        QTest::newRow("another site's picture") << "小明"
+                                                << "0"
+                                                << "https://cdn.example.com/a.jpg"
+                                                << "avatar";
+        QTest::newRow("scheme-relative address") << "小明"
+                                                 << "0"
+                                                 << "//evil.example/x.png"
+                                                 << "avatar";
+        QTest::newRow("path out of the store") << "小明"
+                                               << "0"
+                                               << "/../../etc/passwd"
+                                               << "avatar";
+        QTest::newRow("upload nobody made") << "小明"
+                                            << "0"
+                                            << "/uploads/AAAAAAAAAAAAAAAAAAAAAA.jpg"
+                                            << "avatar";
     }
     void profileChanges()
     {
@@ -305,9 +321,20 @@ private slots:
                  QStringLiteral("请输入正确的邮箱"));
         const Answer bound = bind(QStringLiteral("me@example.com"), kPassword);
         QVERIFY(bound.ok());
-        QCOMPARE(bound.object().value("email").toString(), QStringLiteral("me@example.com"));
+        // Bound only once the mailed link is followed.
+        QCOMPARE(bound.object().value("email").toString(), QString());
+        QCOMPARE(bound.object().value("pending_email").toString(),
+                 QStringLiteral("me@example.com"));
         StoreClient byMail(m_store->baseUrl());
+        QVERIFY(!byMail.signIn(QStringLiteral("me@example.com"), kPassword).ok());
+        const QUrl link(
+                m_client->lastMessage(QStringLiteral("me@example.com")).value("link").toString());
+        QCOMPARE(link.path(), QStringLiteral("/account/email/confirm"));
+        QCOMPARE(m_client->get(link.path() + QLatin1Char('?') + link.query()).status, 200);
+        QCOMPARE(m_client->get(link.path() + QLatin1Char('?') + link.query()).status, 410);
         QVERIFY(byMail.signIn(QStringLiteral("me@example.com"), kPassword).ok());
+        QCOMPARE(m_client->get(QStringLiteral("/setting/info.json")).object().value("email"),
+                 QStringLiteral("me@example.com"));
     }
 
     void changingTheNumberNeedsTheOldOneChecked()

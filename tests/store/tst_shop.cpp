@@ -71,11 +71,20 @@ private:
                                   {QStringLiteral("openID"), QStringLiteral("oTarvelTester")}}));
     }
 
-    Answer confirm(StoreClient &client, const QString &prepayId, const QString &result)
+    // The payer's answer; a success confirms the amount the prepay shows unless `amount` is given.
+    Answer confirm(StoreClient &client, const QString &prepayId, const QString &result,
+                   QString amount = {})
     {
-        return client.post(
-                QStringLiteral("/sandbox/wechat/confirm"),
-                {{QStringLiteral("prepayid"), prepayId}, {QStringLiteral("result"), result}});
+        if (amount.isNull())
+            amount = client.get(QStringLiteral("/sandbox/wechat/prepay"),
+                                {{QStringLiteral("prepayid"), prepayId}})
+                             .object()
+                             .value("amount")
+                             .toString();
+        return client.post(QStringLiteral("/sandbox/wechat/confirm"),
+                           {{QStringLiteral("prepayid"), prepayId},
+                            {QStringLiteral("result"), result},
+                            {QStringLiteral("amount"), amount}});
     }
 
     QJsonObject checkout(StoreClient &client, qint64 orderId)
@@ -337,12 +346,19 @@ private slots:
         QVERIFY(second.ok());
         QVERIFY(second.object().value("line_item_id").toInteger()
                 > line); // line ids are never reused
-        const QString secondPath
-                = QStringLiteral("/orders/%1/line_items/%2.json?authenticity_token=%3")
-                          .arg(orderId)
-                          .arg(second.object().value("line_item_id").toInteger())
-                          .arg(m_phone->token());
-        QVERIFY(m_phone->send("DELETE", secondPath, {}, {}).ok());
+        const QString secondPath = QStringLiteral("/orders/%1/line_items/%2.json")
+                                           .arg(orderId)
+                                           .arg(second.object().value("line_item_id").toInteger());
+        // a real DELETE carries the token in its body too
+        QCOMPARE(m_phone->send("DELETE", secondPath + QStringLiteral("?authenticity_token=")
+                                                 + m_phone->token(),
+                               {}, {})
+                         .status,
+                 403);
+        QVERIFY(m_phone->send("DELETE", secondPath,
+                              StoreClient::encode(m_phone->withToken({})),
+                              "application/x-www-form-urlencoded")
+                        .ok());
     }
 
     void anOpenOrderReservesItsCoupon()

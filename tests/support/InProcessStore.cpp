@@ -7,9 +7,10 @@
 
 namespace tarvel::test {
 
-InProcessStore::InProcessStore(StoreOptions options)
+InProcessStore::InProcessStore(StoreOptions options, Sandbox sandbox)
     : m_options(std::move(options))
 {
+    m_options.sandbox = sandbox == Sandbox::On;
     m_options.host = QStringLiteral("127.0.0.1");
     m_options.port = 0;
     m_options.databasePath = QDir(m_directory.path()).filePath(QStringLiteral("store.sqlite"));

@@ -19,9 +19,11 @@ namespace tarvel::test {
 class InProcessStore
 {
 public:
-    // `options` may switch the sandbox off or set other options; the address and the database
-    // are always the store's own.
-    explicit InProcessStore(StoreOptions options = {});
+    // The tests play the outside parties through the sandbox, so it is on unless `sandbox` says
+    // Off (the store as it runs by default). `options` may set anything else; the address and
+    // the database are always the store's own.
+    enum class Sandbox { On, Off };
+    explicit InProcessStore(StoreOptions options = {}, Sandbox sandbox = Sandbox::On);
     ~InProcessStore();
     InProcessStore(const InProcessStore &) = delete;
     InProcessStore &operator=(const InProcessStore &) = delete;

@@ -173,8 +173,10 @@ void GeTuiService::deliverNext()
     }
     m_busy = true;
     const quint64 generation = m_generation;
+    QUrlQuery query; // the channel hands a payload only to the device it was sent to
+    query.addQueryItem(QStringLiteral("client_id"), m_clientId);
     platform::SandboxClient::shared().get(
-            QStringLiteral("/sandbox/push/payload/%1").arg(id), {}, this,
+            QStringLiteral("/sandbox/push/payload/%1").arg(id), query, this,
             [this, generation, id](const platform::SandboxClient::Answer &answer) {
                 if (generation != m_generation)
                     return;

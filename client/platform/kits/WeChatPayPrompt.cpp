@@ -51,6 +51,7 @@ bool WeChatPayPrompt::present(const PayReq &req)
     m_payable = false;
     m_settling = false;
     m_amount.clear();
+    m_prepayAmount.clear();
     m_orderNumber.clear();
     m_status = QStringLiteral("正在加载订单信息…");
     Application::shared().beginCovering();
@@ -76,7 +77,8 @@ void WeChatPayPrompt::loadAmount()
                     setStatus(whyNotPayable(answer));
                     return;
                 }
-                m_amount = amountText(prepay.value(QStringLiteral("amount")).toString());
+                m_prepayAmount = prepay.value(QStringLiteral("amount")).toString();
+                m_amount = amountText(m_prepayAmount);
                 m_orderNumber
                         = QString::number(prepay.value(QStringLiteral("order_id")).toInteger());
                 m_payable = prepay.value(QStringLiteral("state")).toString() == PendingState;
@@ -116,6 +118,8 @@ void WeChatPayPrompt::settle(bool pay)
     form.addQueryItem(QStringLiteral("prepayid"), m_request.prepayId);
     form.addQueryItem(QStringLiteral("result"),
                       pay ? QStringLiteral("success") : QStringLiteral("cancel"));
+    if (pay) // the payer confirms the amount shown; the service refuses any other
+        form.addQueryItem(QStringLiteral("amount"), m_prepayAmount);
     SandboxClient::shared().post(
             QStringLiteral("/sandbox/wechat/confirm"), form, this,
             [this, generation, pay](const SandboxClient::Answer &answer) {

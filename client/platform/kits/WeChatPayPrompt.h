@@ -76,6 +76,7 @@ private:
     bool m_settling = false;
     bool m_payable = false;
     QString m_amount;
+    QString m_prepayAmount; // as the service wrote it, sent back with the confirmation
     QString m_orderNumber;
     QString m_status;
     quint64 m_generation = 0;
