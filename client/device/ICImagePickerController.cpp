@@ -3,6 +3,7 @@
 #include "device/ICCameraDevice.h"
 #include "device/ICSquareCropper.h"
 #include "platform/ui/AlertCenter.h"
+#include "platform/ui/MemoryImageProvider.h"
 
 #include <QImageReader>
 #include <QPointer>
@@ -62,7 +63,7 @@ bool ICImagePickerController::didChooseFile(const QUrl &file)
                                                   QStringLiteral("确定"), {});
         return false;
     }
-    didTakePicture(image, file);
+    didTakePicture(image);
     return true;
 }
 
@@ -75,10 +76,11 @@ void ICImagePickerController::captureWith(QObject *imageCapture)
     });
 }
 
-void ICImagePickerController::didTakePicture(const QImage &image, const QUrl &shownAt)
+void ICImagePickerController::didTakePicture(const QImage &image)
 {
     m_originalImage = image;
-    m_pictureUrl = shownAt;
+    // The crop sheet shows the picture as it was read (turned upright, scaled), from memory.
+    m_pictureUrl = platform::MemoryImageProvider::publish(this, QStringLiteral("original"), image);
     m_cropper->setImageSize(image.size());
     if (!m_allowsEditing)
         return finish();
@@ -96,7 +98,7 @@ void ICImagePickerController::retake()
 {
     m_stage = Choosing;
     m_originalImage = QImage();
-    m_pictureUrl = QUrl();
+    m_pictureUrl = platform::MemoryImageProvider::publish(this, QStringLiteral("original"), {});
     emit stageChanged();
 }
 

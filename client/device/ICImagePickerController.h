@@ -69,8 +69,8 @@ public:
     Q_INVOKABLE bool didChooseFile(const QUrl &file);
     // The camera sheet hands over its ImageCapture; the next captured frame becomes the picture.
     Q_INVOKABLE void captureWith(QObject *imageCapture);
-    // A picture taken (by the camera, or given directly).
-    void didTakePicture(const QImage &image, const QUrl &shownAt = {});
+    // A picture taken (read from the chosen file, or captured by the camera).
+    void didTakePicture(const QImage &image);
     // "选取" on the crop sheet.
     Q_INVOKABLE void usePhoto();
     // "重选" on the crop sheet: back to choosing.

@@ -30,7 +30,6 @@ Rectangle {
             height: sheet.cropper ? sheet.cropper.imageHeight : 0
             source: sheet.controller ? sheet.controller.pictureUrl : ""
             sourceSize: Qt.size(2048, 2048)
-            autoTransform: true
             asynchronous: true
             smooth: true
         }

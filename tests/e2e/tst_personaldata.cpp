@@ -14,6 +14,7 @@
 #include "platform/ui/BarButtonItem.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/Hud.h"
+#include "platform/ui/MemoryImageProvider.h"
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/TextField.h"
 #include "platform/ui/Window.h"
@@ -374,6 +375,8 @@ private slots:
         QVERIFY2(near(chosen.pixelColor(4, 4), corner), qPrintable(chosen.pixelColor(4, 4).name()));
         QVERIFY2(near(chosen.pixelColor(160, 160), centre),
                  qPrintable(chosen.pixelColor(160, 160).name()));
+        // The round head shows it at once.
+        QCOMPARE(platform::MemoryImageProvider::image(screen->imageHead()), chosen);
         QTRY_COMPARE(m_window->presentedCount(), 0);
         QVERIFY(!picker());
         QVERIFY(hudRecords().isEmpty());
@@ -717,6 +720,8 @@ private slots:
         QTRY_COMPARE(m_window->presentedCount(), 0);
         QCOMPARE(screen->imageHeaderUpload().size(), QSize(320, 320));
         QTRY_VERIFY(!phone.findItem(QStringLiteral("cropFrame")));
+        QCOMPARE(screen->imageHead().scheme(), QStringLiteral("image"));
+        QTRY_VERIFY(head->property("ready").toBool());
         QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("personaldata-chosen.png")));
         QVERIFY2(QmlWarnings::messages().isEmpty(), qPrintable(QmlWarnings::text()));

@@ -7,6 +7,7 @@
 #include "platform/ui/BarButtonItem.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/Hud.h"
+#include "platform/ui/MemoryImageProvider.h"
 #include "platform/ui/NavigationController.h"
 #include "screens/account/FailureMessage.h"
 #include "screens/account/PersonalDataBottomView.h"
@@ -146,9 +147,11 @@ void PersonalDataViewController::pickPicture(int sourceType)
             [](const ICMediaError &) {});
 }
 
+// The chosen picture shows in the round head at once, from memory.
 void PersonalDataViewController::showChosenPicture()
 {
-    setImageHead(QUrl());
+    setImageHead(platform::MemoryImageProvider::publish(this, QStringLiteral("imageHeaderUpload"),
+                                                        m_imageHeaderUpload));
 }
 
 void PersonalDataViewController::didClickButtonSave()
