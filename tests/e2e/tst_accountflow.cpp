@@ -10,6 +10,7 @@
 #include "platform/HTTPCookieStorage.h"
 #include "platform/UserDefaults.h"
 #include "platform/ui/Button.h"
+#include "platform/ui/Hud.h"
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/TabBarController.h"
 #include "platform/ui/TextField.h"
@@ -32,6 +33,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QPainter>
+#include <QPointer>
 #include <QProcess>
 #include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
@@ -101,7 +103,34 @@ private:
         return found;
     }
 
-    bool tap(QQuickItem *item) { return tarvel::test::tapWhenStill(m_window, item); }
+    // Whether `item` has come to rest inside the window (sheets slide in slowly on a busy
+    // machine).
+    bool waitInWindow(QQuickItem *item)
+    {
+        QPointer<QQuickItem> target(item);
+        const QRectF window(0, 0, m_window->width(), m_window->height());
+        QPointF last(-1, -1);
+        return target
+               && QTest::qWaitFor(
+                       [&] {
+                           if (!target)
+                               return false;
+                           const QPointF centre = target->mapToScene(
+                                   QPointF(target->width() / 2, target->height() / 2));
+                           const bool resting = centre == last && window.contains(centre);
+                           last = centre;
+                           return resting;
+                       },
+                       10000);
+    }
+
+    // A tap as a user makes it: once the HUD of the last step has gone (its mask takes touches)
+    // and the item is in the window.
+    bool tap(QQuickItem *item)
+    {
+        return QTest::qWaitFor([] { return !platform::Hud::shared().isVisible(); }, 10000)
+               && waitInWindow(item) && tarvel::test::tapWhenStill(m_window, item);
+    }
 
     bool tapNamed(const QString &name) { return tap(waitNamed(name)); }
 
@@ -148,6 +177,9 @@ private:
         QVERIFY(m_window);
         QVERIFY(QTest::qWaitForWindowExposed(m_window));
         QVERIFY(QTest::qWaitFor([this] { return homeStack() != nullptr; }, 10000));
+        // The home page has come up and stands still.
+        QVERIFY(waitNamed(QStringLiteral("homePageViewCell")));
+        QVERIFY(QTest::qWaitFor([this] { return !tarvel::test::stacksBusy(root()); }));
     }
 
     // The sign-in screen presented over home, filled and sent; true when the user is in.
@@ -156,12 +188,16 @@ private:
         AppDelegate::shared()->setUserLogin(std::nullopt);
         auto *signIn = new NavRootViewController;
         homeStack()->presentViewController(new platform::NavigationController(signIn), true);
-        if (!waitNamed(QStringLiteral("buttonLogin")))
+        if (!waitNamed(QStringLiteral("buttonLogin"))) {
+            qWarning() << "no sign-in button";
             return false;
+        }
         signIn->fieldUser()->setText(account);
         signIn->fieldPassword()->setText(password);
-        if (!tapNamed(QStringLiteral("buttonLogin")))
+        if (!tapNamed(QStringLiteral("buttonLogin"))) {
+            qWarning() << "sign-in button not tapped";
             return false;
+        }
         return QTest::qWaitFor(
                 [] {
                     return AppDelegate::shared()->isSignedIn()
@@ -314,7 +350,7 @@ private slots:
         // The file chooser's answer.
         QVERIFY(picker->didChooseFile(QUrl::fromLocalFile(file)));
         QQuickItem *frame = waitNamed(QStringLiteral("cropFrame"));
-        QVERIFY(frame);
+        QVERIFY(waitInWindow(frame));
         const QPointF centre = frame->mapToScene(QPointF(frame->width() / 2, frame->height() / 2));
         const qreal xBefore = picker->cropper()->imageX();
         QTest::mousePress(m_window, Qt::LeftButton, {}, centre.toPoint());
@@ -325,9 +361,11 @@ private slots:
         snapshot(QStringLiteral("accountflow_2_crop.png"));
         QVERIFY(tapNamed(QStringLiteral("useButton")));
         QTRY_COMPARE(AppDelegate::shared()->window()->presentedCount(), 0);
+        QTRY_VERIFY(!findNamed(root(), QStringLiteral("cropFrame")));
         QCOMPARE(personal->imageHeaderUpload().size(), QSize(320, 320));
         personal->bottomView()->fieldName()->setText(QStringLiteral("新头像玩家"));
         QVERIFY(tapNamed(QStringLiteral("buttonNone")));
+        QVERIFY(personal->bottomView()->buttonNone()->isSelected());
         snapshot(QStringLiteral("accountflow_3_personal.png"));
         QVERIFY(tapNamed(QStringLiteral("buttonSave")));
         QTRY_COMPARE_WITH_TIMEOUT(homeStack()->depth(), 1, 10000);
