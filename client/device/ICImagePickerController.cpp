@@ -5,6 +5,7 @@
 #include "platform/ui/AlertCenter.h"
 #include "platform/ui/MemoryImageProvider.h"
 
+#include <QDir>
 #include <QImageReader>
 #include <QPointer>
 #include <QStandardPaths>
@@ -49,9 +50,11 @@ bool ICImagePickerController::isSourceTypeAvailable(SourceType sourceType)
     return false;
 }
 
+// The user's pictures folder, or the home folder on a machine that has none.
 QUrl ICImagePickerController::picturesFolder() const
 {
-    return QUrl::fromLocalFile(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return QUrl::fromLocalFile(QDir(pictures).exists() ? pictures : QDir::homePath());
 }
 
 bool ICImagePickerController::didChooseFile(const QUrl &file)

@@ -689,6 +689,8 @@ private slots:
         QVERIFY(phone.screenshot(QStringLiteral("personaldata-sheet.png")));
         QVERIFY(tapWhenStill(phone.window(), phone.findText(QStringLiteral("相册获取"))));
         QTRY_VERIFY(picker());
+        QTest::qWait(800); // the sheet's slide and the chooser opening
+        QVERIFY(phone.screenshot(QStringLiteral("picker-chooser.png")));
         QImage picture(1200, 800, QImage::Format_RGB32);
         picture.fill(QColor(40, 120, 200));
         QPainter(&picture).fillRect(QRect(450, 250, 300, 300), QColor(250, 200, 40));
