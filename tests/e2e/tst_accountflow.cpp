@@ -56,6 +56,19 @@ const QString NewPhone = QStringLiteral("13811112222");
 const QString OldPassword = QStringLiteral("tarvel2024");
 const QString NewPassword = QStringLiteral("changed2025");
 
+// The store's arguments: its own port and database, quiet, with the sandbox parties (SMS outbox,
+// picture upload) switched on where they wait for --sandbox.
+QStringList storeArguments(int port, const QString &database)
+{
+    QStringList arguments{QStringLiteral("--port"), QString::number(port), QStringLiteral("--db"),
+                          database, QStringLiteral("--quiet")};
+    QProcess help;
+    help.start(tarvel::test::InProcessStore::executablePath(), {QStringLiteral("--help")});
+    if (help.waitForFinished(10000) && help.readAllStandardOutput().contains("--sandbox"))
+        arguments.append(QStringLiteral("--sandbox"));
+    return arguments;
+}
+
 int freePort()
 {
     QTcpServer probe;
@@ -248,11 +261,9 @@ private slots:
         const int port = freePort();
         m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
         m_storeProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_storeProcess.start(tarvel::test::InProcessStore::executablePath(),
-                             {QStringLiteral("--port"), QString::number(port),
-                              QStringLiteral("--db"),
-                              m_storeFolder.filePath(QStringLiteral("store.sqlite")),
-                              QStringLiteral("--quiet")});
+        m_storeProcess.start(
+                tarvel::test::InProcessStore::executablePath(),
+                storeArguments(port, m_storeFolder.filePath(QStringLiteral("store.sqlite"))));
         QVERIFY(m_storeProcess.waitForStarted(10000));
         QVERIFY(QTest::qWaitFor(
                 [this] { return storeData(m_network, m_baseUrl + "/store.json").isValid(); },
