@@ -12,6 +12,9 @@ packages=(
   qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
   qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
   qml6-module-qtquick-window qml6-module-qtquick-shapes
+  # picture picker: file chooser over the pictures folder, default camera
+  qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel qt6-multimedia-dev
+  qml6-module-qtmultimedia
   libplist++-dev libplist-dev libqrencode-dev
   # store
   libcpp-httplib-dev libsqlitecpp-dev libsqlite3-dev libsodium-dev libssl-dev zlib1g-dev

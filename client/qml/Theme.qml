@@ -93,4 +93,9 @@ QtObject {
     readonly property int buttonHeight: 44
     readonly property int bottomBarHeight: 50
     readonly property int hairlineWidth: 1
+
+    // Picture picker: the camera's and the square-crop editor's backdrop, and the veil outside
+    // the crop frame
+    readonly property color photoEditorBackground: "black"
+    readonly property color photoEditorVeil: Qt.rgba(0, 0, 0, 0.6)
 }
