@@ -12,6 +12,8 @@ packages=(
   qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
   qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
   qml6-module-qtquick-window qml6-module-qtquick-shapes
+  # web view of the help, about and news pages (Qt WebEngine underneath)
+  qml6-module-qtwebview qt6-webview-dev qt6-webview-plugins
   libplist++-dev libplist-dev libqrencode-dev
   # store
   libcpp-httplib-dev libsqlitecpp-dev libsqlite3-dev libsodium-dev libssl-dev zlib1g-dev

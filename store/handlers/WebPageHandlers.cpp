@@ -152,4 +152,5 @@ void Handlers::installWebPages(Router &router)
     router.add("GET", "/account/unlock", unlockPage);
     router.add("GET", "/account/password/edit", passwordEdit);
     router.add("POST", "/account/password/edit", passwordUpdate);
+    installHelpPages(router);
 }
