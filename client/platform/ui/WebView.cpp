@@ -1,5 +1,7 @@
 #include "platform/ui/WebView.h"
 
+#include <QGuiApplication>
+#include <QQuickWindow>
 #include <QtWebView/QtWebView>
 
 #include <unistd.h>
@@ -33,6 +35,10 @@ void WebView::prepareEngine()
 {
     switchOffSandboxForRoot();
     QtWebView::initialize();
+    // The engine asks Qt Quick for OpenGL, which the offscreen platform (tests, snapshots) does
+    // not have; there both draw in software.
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen")
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
 void WebView::loadRequest(const QUrl &url)
