@@ -498,6 +498,45 @@ private slots:
         QVERIFY2(tarvel::test::QmlWarnings::messages().isEmpty(),
                  qPrintable(tarvel::test::QmlWarnings::text()));
     }
+
+    void longTitlesStayInTheirLine()
+    {
+        ScriptedHttpServer server;
+        QVERIFY(server.listen());
+        pointAt(server.baseUrl());
+        const QString longest = QStringLiteral(
+                "星辰大海的远征者：银河边境的最后守望与失落文明的回响 年度豪华典藏版");
+        server.setFallback(page(QVariantList{
+                order(12, "in_checkout", "236.5",
+                      {orderGame(longest, "168"),
+                       orderGame(QStringLiteral("幻想王国 季票与全部扩展内容合集"), "88.5")}),
+                order(11, "completed", "58", {orderGame(QStringLiteral("风暴猎人"), "58")})}));
+        detailtest::signInLocally();
+        platform::Window window;
+        auto *navigation = new platform::NavigationController(new platform::ViewController);
+        window.setRootViewController(navigation);
+        tarvel::test::PhoneWindow phone;
+        QVERIFY(phone.show(&window));
+        auto *screen = MyOrderViewController::initWithFatherView(0);
+        navigation->pushViewController(screen, false);
+        QTRY_COMPARE(tarvel::test::findAllNamed(phone.root(), "orderGameName").size(), 3);
+        QTRY_VERIFY(!tarvel::test::stacksBusy(phone.root()));
+        for (QQuickItem *name : tarvel::test::findAllNamed(phone.root(), "orderGameName")) {
+            QVERIFY(name->property("lineCount").toInt() <= 2);
+            // The name ends before the price begins.
+            const QQuickItem *price = nullptr;
+            for (QQuickItem *sibling : name->parentItem()->childItems()) {
+                if (sibling->objectName() == QLatin1String("orderGamePrice"))
+                    price = sibling;
+            }
+            QVERIFY(price);
+            QVERIFY(name->x() + name->width() <= price->x());
+            if (name->property("text").toString() == longest)
+                QVERIFY(name->property("truncated").toBool());
+        }
+        QVERIFY(phone.waitForFrame());
+        QVERIFY(phone.screenshot(QStringLiteral("orders-long-titles.png")));
+    }
 };
 
 TARVEL_TEST_MAIN(TestOrders)

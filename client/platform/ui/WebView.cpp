@@ -34,6 +34,7 @@ WebView::WebView(QObject *parent)
 void WebView::prepareEngine()
 {
     switchOffSandboxForRoot();
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QtWebView::initialize();
     // The engine asks Qt Quick for OpenGL, which the offscreen platform (tests, snapshots) does
     // not have; there both draw in software.
