@@ -143,6 +143,10 @@ private slots:
         QCOMPARE(Hud::shared().records().first(),
                  (Hud::Record{Hud::Progress, QStringLiteral("正在加载"), false}));
         QVERIFY(!Hud::shared().isVisible());
+        // For review only, after the engine's paint (see the help page).
+        QTest::qWait(1500);
+        QVERIFY(m_phone->waitForFrame());
+        QVERIFY(m_phone->screenshot(QStringLiteral("news_detail.png")));
 
         // Share: the fixed title (written unlike the list's), content and the page's address.
         QVERIFY(page->rightBarItem()->tap());

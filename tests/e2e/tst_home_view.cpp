@@ -227,7 +227,6 @@ private slots:
         QVERIFY(show(news));
         QTRY_VERIFY(findText(m_root, QStringLiteral("资讯公告")));
         snapshot(QStringLiteral("news.png"));
-
     }
 
     void categoryScreen()
