@@ -204,6 +204,7 @@ private:
 int runProbe(int argc, char *argv[])
 {
     const qint64 launchedAt = qEnvironmentVariable("TARVEL_BENCH_LAUNCHED_AT").toLongLong();
+    AppLaunch::prepare();
     QGuiApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("tarvel"));
     Probe probe(launchedAt);

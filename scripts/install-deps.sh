@@ -15,6 +15,8 @@ packages=(
   # picture picker: file chooser over the pictures folder, default camera
   qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel qt6-multimedia-dev
   qml6-module-qtmultimedia
+  # web view of the help, about and news pages (Qt WebEngine underneath)
+  qml6-module-qtwebview qt6-webview-dev qt6-webview-plugins
   libplist++-dev libplist-dev libqrencode-dev
   # store
   libcpp-httplib-dev libsqlitecpp-dev libsqlite3-dev libsodium-dev libssl-dev zlib1g-dev

@@ -3,12 +3,18 @@
 #include "app/AppDelegate.h"
 #include "platform/ui/ImageNetworkFactory.h"
 #include "platform/ui/MemoryImageProvider.h"
+#include "platform/ui/WebView.h"
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 
 namespace AppLaunch {
+
+void prepare()
+{
+    platform::WebView::prepareEngine();
+}
 
 QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine)
 {

@@ -8,6 +8,10 @@ class QQuickWindow;
 // end-to-end tests, the start-up benchmark), so that none of them runs a different app.
 namespace AppLaunch {
 
+// What must be set before the application object exists (the web view's engine settings). Call
+// it first thing in main(), before constructing the QGuiApplication.
+void prepare();
+
 // The delegate launches (restoring the session and putting in the tab bar), then the window loads.
 // Returns the window, or null when its QML did not load.
 QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine);

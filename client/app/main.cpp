@@ -10,6 +10,7 @@ Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 
 int main(int argc, char *argv[])
 {
+    AppLaunch::prepare();
     QGuiApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("tarvel"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarvel"));

@@ -12,10 +12,13 @@ struct Object_MyOrderGames : JSONModel
     Q_PROPERTY(QString name MEMBER name)
     Q_PROPERTY(QString tag MEMBER tag)
     Q_PROPERTY(QString price MEMBER price)
+    Q_PROPERTY(QString product_image MEMBER product_image)
 public:
     QString name;
     QString tag;
     QString price;
+    // The game's cover, which the order history shows beside its name.
+    QString product_image;
 
     bool operator==(const Object_MyOrderGames &) const = default;
 };

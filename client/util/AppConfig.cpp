@@ -14,6 +14,34 @@ QString apiBaseUrl()
     return base;
 }
 
+namespace {
+
+// A compiled-in page address: as it is when it begins with "http", else under the store.
+QUrl pageUrl(const char *compiled)
+{
+    const QString address = QString::fromUtf8(compiled);
+    if (address.startsWith(QLatin1String("http")))
+        return QUrl(address);
+    return QUrl(apiBaseUrl() + address);
+}
+
+} // namespace
+
+QUrl helpSiteUrl()
+{
+    return pageUrl(HelpSiteUrl);
+}
+
+QUrl productPageUrl()
+{
+    return pageUrl(ProductPageUrl);
+}
+
+QUrl companyPageUrl()
+{
+    return pageUrl(CompanyPageUrl);
+}
+
 QString uploadUrl()
 {
     const QString compiled = QString::fromUtf8(UploadUrl);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QUrl>
 
 namespace tarvel::config {
 
@@ -11,6 +12,13 @@ QString apiBaseUrl();
 // The object-storage upload address for avatars. Compiled in (UploadUrl); when that is empty, the
 // store's own sandbox upload at <apiBaseUrl>/sandbox/qiniu/upload.
 QString uploadUrl();
+
+// The help site's start page and the company's two pages (the app's and its own). Compiled in
+// (HelpSiteUrl, ProductPageUrl, CompanyPageUrl); an address that does not begin with "http" is a
+// path of the store.
+QUrl helpSiteUrl();
+QUrl productPageUrl();
+QUrl companyPageUrl();
 
 } // namespace tarvel::config
 

@@ -12,6 +12,7 @@ void installCart(Router &router);
 void installOrder(Router &router);
 void installPicture(Router &router);
 void installWebPages(Router &router);
+void installHelpPages(Router &router); // the help site and the company pages
 } // namespace Handlers
 
 namespace SandboxHandlers {

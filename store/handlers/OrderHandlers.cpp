@@ -71,7 +71,7 @@ void history(Exchange &exchange)
     });
     QJsonArray list;
     for (const Order &order : orders)
-        list.append(Orders::historyJson(order));
+        list.append(Orders::historyJson(order, exchange.baseUrl()));
     exchange.success(list);
 }
 

@@ -166,4 +166,5 @@ void Handlers::installWebPages(Router &router)
     router.add("GET", "/account/email/confirm", confirmEmail);
     router.add("GET", "/account/password/edit", passwordEdit);
     router.add("POST", "/account/password/edit", passwordUpdate);
+    installHelpPages(router);
 }

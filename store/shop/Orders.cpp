@@ -212,14 +212,16 @@ QJsonObject checkoutJson(const Order &order)
                        {QStringLiteral("order_line_items"), items}};
 }
 
-QJsonObject historyJson(const Order &order)
+QJsonObject historyJson(const Order &order, const QString &baseUrl)
 {
     QJsonArray games;
     for (const OrderGame &game : order.games) {
-        games.append(QJsonObject{{QStringLiteral("id"), game.productId},
-                                 {QStringLiteral("name"), game.title},
-                                 {QStringLiteral("tag"), game.typeName},
-                                 {QStringLiteral("price"), Money::text(game.price)}});
+        games.append(QJsonObject{
+                {QStringLiteral("id"), game.productId},
+                {QStringLiteral("name"), game.title},
+                {QStringLiteral("tag"), game.typeName},
+                {QStringLiteral("price"), Money::text(game.price)},
+                {QStringLiteral("product_image"), Catalog::coverUrl(baseUrl, game.productId)}});
     }
     return QJsonObject{{QStringLiteral("id"), order.id},
                        {QStringLiteral("subtotal"), Money::text(order.subtotal())},

@@ -73,7 +73,8 @@ void cancel(SQLite::Database &db, const Order &order);
 
 QString paymentMethodTitle(const QString &name);
 QJsonObject checkoutJson(const Order &order);
-QJsonObject historyJson(const Order &order);
+// An order of the history; each game carries its cover under `baseUrl`.
+QJsonObject historyJson(const Order &order, const QString &baseUrl);
 QJsonObject completionJson(const Order &order);
 
 } // namespace Orders

@@ -8,7 +8,6 @@
 #include "platform/ui/RefreshFooter.h"
 #include "platform/ui/RefreshHeader.h"
 #include "platform/ui/TextField.h"
-#include "screens/store/NewsDetailViewController.h"
 #include "screens/store/SearchDetailViewController.h"
 #include "screens/store/TabFiveViewController.h"
 #include "screens/store/TabOneViewController.h"
@@ -229,15 +228,6 @@ private slots:
         QVERIFY(show(news));
         QTRY_VERIFY(findText(m_root, QStringLiteral("资讯公告")));
         snapshot(QStringLiteral("news.png"));
-
-        NewsDetailViewController::setDefaultPageAddress(QUrl(m_store->baseUrl() + "/"));
-        news->didSelectRowAtIndex(0);
-        auto *page = qobject_cast<NewsDetailViewController *>(m_navigation->topViewController());
-        QVERIFY(page);
-        QTRY_COMPARE_WITH_TIMEOUT(page->loadState(), NewsDetailViewController::Loaded, 5000);
-        QTRY_VERIFY(findText(m_root, QStringLiteral("在浏览器中打开")));
-        QVERIFY(tarvel::test::waitForStillScene(m_window.get())); // slides and fades
-        snapshot(QStringLiteral("news_detail.png"));
     }
 
     void categoryScreen()

@@ -12,12 +12,12 @@
 #include "screens/store/TabTwoViewController.h"
 
 #include <QSignalSpy>
-#include <QTcpServer>
 
 using namespace tarvel::test;
 using platform::Hud;
 
-// The news list, the news page and the category screen.
+// The news list, the way to the news page and the category screen (the page itself, in the web
+// view, is tested with the other web pages).
 class TestNews : public QObject
 {
     Q_OBJECT
@@ -100,87 +100,6 @@ private slots:
         QVERIFY(qobject_cast<NewsDetailViewController *>(host.top()));
         news->didSelectRowAtIndex(23); // no such row
         QCOMPARE(host.depth(), 2);
-    }
-
-    void newsPageLoads()
-    {
-        m_server->route("/news",
-                        ScriptedResponse::text("<html><head><title>Tarvel 资讯中心</title></head>"
-                                               "<body>新闻</body></html>",
-                                               "text/html; charset=utf-8"));
-        auto *root = new platform::ViewController;
-        ScreenHost host(root);
-        auto *page = new NewsDetailViewController;
-        host.navigation()->pushViewController(page, false);
-        QCOMPARE(page->title(), QStringLiteral("资讯详情"));
-        QCOMPARE(page->leftBarItem()->imageName(), QStringLiteral("common_navBackBlack"));
-        QCOMPARE(page->rightBarItem()->imageName(), QStringLiteral("common_share"));
-        QTRY_COMPARE(page->loadState(), NewsDetailViewController::Loaded);
-        QCOMPARE(page->pageTitle(), QStringLiteral("Tarvel 资讯中心"));
-        QCOMPARE(HudRecorder::shared().records().first(),
-                 (HudRecorder::Record{Hud::Progress, QStringLiteral("正在加载"), false}));
-        QVERIFY(!Hud::shared().isVisible());
-        QVERIFY(host.tabBar()->isHide());
-        QCOMPARE(m_server->lastRequest().path, QStringLiteral("/news"));
-
-        // Share: the fixed title (written unlike the list's), content and the page's address.
-        QVERIFY(page->rightBarItem()->tap());
-        QVERIFY(page->shareView()->isShown());
-        QCOMPARE(page->shareView()->StrTitle(), QStringLiteral("咨询公告"));
-        QCOMPARE(page->shareView()->StrContent(), QStringLiteral("内容"));
-        QCOMPARE(page->shareView()->StrImageUrl(), QString(""));
-        QCOMPARE(page->shareView()->StrUrl(), m_server->baseUrl() + "/news");
-        page->shareView()->hideView();
-
-        page->openInBrowser();
-        QCOMPARE(platform::UrlOpener::shared().lastOpenedURL(),
-                 QUrl(m_server->baseUrl() + "/news"));
-
-        QVERIFY(page->leftBarItem()->tap());
-        QCOMPARE(host.depth(), 1);
-    }
-
-    void failedLoadLeavesThePageBlank_data()
-    {
-        QTest::addColumn<bool>("refused");
-        QTest::addColumn<ScriptedResponse>("answer");
-        QTest::newRow("no server") << true << ScriptedResponse();
-        QTest::newRow("server error")
-                << false << ScriptedResponse::text("<title>错误</title>", "text/html", 500);
-        QTest::newRow("connection dropped mid-page")
-                << false << ScriptedResponse::closeMidBody("<html><title>半个</title></html>");
-    }
-
-    void failedLoadLeavesThePageBlank()
-    {
-        QFETCH(bool, refused);
-        QFETCH(ScriptedResponse, answer);
-        if (refused) {
-            QTcpServer closed;
-            QVERIFY(closed.listen(QHostAddress::LocalHost));
-            const quint16 port = closed.serverPort();
-            closed.close();
-            NewsDetailViewController::setDefaultPageAddress(
-                    QUrl(QStringLiteral("http://127.0.0.1:%1/news").arg(port)));
-        } else {
-            m_server->route("/news", answer);
-        }
-        auto *root = new platform::ViewController;
-        ScreenHost host(root);
-        auto *page = new NewsDetailViewController;
-        host.navigation()->pushViewController(page, false);
-        QTRY_COMPARE(page->loadState(), NewsDetailViewController::Failed);
-        QCOMPARE(Hud::shared().kind(), Hud::Error);
-        QCOMPARE(Hud::shared().text(), QStringLiteral("加载失败"));
-        QVERIFY(page->pageTitle().isEmpty());
-
-        // Loading again once the page is there works.
-        NewsDetailViewController::setDefaultPageAddress(QUrl(m_server->baseUrl() + "/news"));
-        m_server->route("/news", ScriptedResponse::text("<title>好了</title>", "text/html"));
-        auto *again = new NewsDetailViewController;
-        host.navigation()->pushViewController(again, false);
-        QTRY_COMPARE(again->loadState(), NewsDetailViewController::Loaded);
-        QCOMPARE(again->pageTitle(), QStringLiteral("好了"));
     }
 
     void categoryScreen()

@@ -77,6 +77,8 @@ QList<std::pair<QString, QByteArray>> componentSamples()
             {"Theme", "Rectangle { color: Theme.navigationBar }"},
             {"WeChatPaySheet", "WeChatPaySheet {}"},
             {"ShareQrSheet", "ShareQrSheet {}"},
+            // No page asked for: the web engine is not started.
+            {"WebPage", "WebPage {}"},
     };
 }
 

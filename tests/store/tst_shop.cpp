@@ -524,6 +524,10 @@ private slots:
                 QCOMPARE(order.value("state").toString(), type);
             const QJsonObject game = order.value("order_games").toArray().first().toObject();
             QVERIFY(game.contains("name") && game.contains("tag") && game.contains("price"));
+            QVERIFY(game.value("product_image")
+                            .toString()
+                            .endsWith(QStringLiteral("/pictures/covers/%1.jpg")
+                                              .arg(game.value("id").toInteger())));
         }
     }
 

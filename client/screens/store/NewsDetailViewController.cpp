@@ -4,14 +4,7 @@
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/UrlOpener.h"
 
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
-#include <QTextDocument>
-
 namespace {
-
-constexpr int PageTimeoutMs = 15000;
 
 QUrl &pageAddressForNewPages()
 {
@@ -34,17 +27,18 @@ void NewsDetailViewController::setDefaultPageAddress(const QUrl &address)
 NewsDetailViewController::NewsDetailViewController(QObject *parent)
     : Q9FatherViewController(parent)
     , m_pageAddress(defaultPageAddress())
-    , m_webView(new QNetworkAccessManager(this))
+    , m_webView(new platform::WebView(this))
     , m_shareView(new ICShareView(this))
 {
     setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/NewsDetailView.qml")));
-    m_webView->setTransferTimeout(PageTimeoutMs);
-}
-
-NewsDetailViewController::~NewsDetailViewController()
-{
-    if (m_reply)
-        m_reply->abort();
+    connect(m_webView, &platform::WebView::webViewDidStartLoad, this,
+            &NewsDetailViewController::webViewDidStartLoad);
+    connect(m_webView, &platform::WebView::webViewDidFinishLoad, this,
+            &NewsDetailViewController::webViewDidFinishLoad);
+    connect(m_webView, &platform::WebView::didFailLoadWithError, this,
+            &NewsDetailViewController::didFailLoadWithError);
+    connect(m_webView, &platform::WebView::loadStateChanged, this,
+            &NewsDetailViewController::loadStateChanged);
 }
 
 void NewsDetailViewController::viewDidLoad()
@@ -81,23 +75,7 @@ void NewsDetailViewController::setNavRightAction()
 
 void NewsDetailViewController::loadRequest()
 {
-    if (m_reply) {
-        m_reply->disconnect(this);
-        m_reply->abort();
-    }
-    QNetworkRequest request(m_pageAddress);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::NoLessSafeRedirectPolicy);
-    m_reply = m_webView->get(request);
-    webViewDidStartLoad();
-    QNetworkReply *reply = m_reply;
-    connect(reply, &QNetworkReply::finished, this, [this, reply] {
-        reply->deleteLater();
-        if (reply->error() == QNetworkReply::NoError)
-            webViewDidFinishLoad(reply->readAll());
-        else
-            didFailLoadWithError();
-    });
+    m_webView->loadRequest(m_pageAddress);
 }
 
 void NewsDetailViewController::openInBrowser()
@@ -107,29 +85,15 @@ void NewsDetailViewController::openInBrowser()
 
 void NewsDetailViewController::webViewDidStartLoad()
 {
-    m_pageTitle.clear();
-    setLoadState(Loading);
     platform::Hud::shared().showWithStatus(QStringLiteral("正在加载"));
 }
 
-void NewsDetailViewController::webViewDidFinishLoad(const QByteArray &html)
+void NewsDetailViewController::webViewDidFinishLoad()
 {
-    QTextDocument page;
-    page.setHtml(QString::fromUtf8(html));
-    m_pageTitle = page.metaInformation(QTextDocument::DocumentTitle).trimmed();
-    setLoadState(Loaded);
     platform::Hud::shared().dismiss();
 }
 
 void NewsDetailViewController::didFailLoadWithError()
 {
-    m_pageTitle.clear();
-    setLoadState(Failed);
     platform::Hud::shared().showErrorWithStatus(QStringLiteral("加载失败"));
-}
-
-void NewsDetailViewController::setLoadState(LoadState state)
-{
-    m_loadState = state;
-    emit loadStateChanged();
 }

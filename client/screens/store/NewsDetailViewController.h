@@ -2,17 +2,13 @@
 
 #include "app/Q9FatherViewController.h"
 #include "device/ICShareView.h"
+#include "platform/ui/WebView.h"
 
-#include <QPointer>
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
-class QNetworkAccessManager;
-class QNetworkReply;
-
-// The news page. There is no embedded browser here: the page loads its fixed address to learn
-// whether it can be reached and what it is called, shows that, and opens it in the browser on
-// request.
+// The news page: its fixed address in the web view. A page that cannot be loaded leaves the
+// screen blank.
 class NewsDetailViewController : public Q9FatherViewController
 {
     Q_OBJECT
@@ -22,7 +18,9 @@ class NewsDetailViewController : public Q9FatherViewController
     Q_PROPERTY(LoadState loadState READ loadState NOTIFY loadStateChanged)
     Q_PROPERTY(QString pageTitle READ pageTitle NOTIFY loadStateChanged)
     Q_PROPERTY(ICShareView *shareView READ shareView CONSTANT)
+    Q_PROPERTY(platform::WebView *webView READ webView CONSTANT)
 public:
+    // As the web view's states.
     enum LoadState { NotLoaded, Loading, Loaded, Failed };
     Q_ENUM(LoadState)
 
@@ -32,12 +30,12 @@ public:
     static void setDefaultPageAddress(const QUrl &address);
 
     explicit NewsDetailViewController(QObject *parent = nullptr);
-    ~NewsDetailViewController() override;
 
     QUrl pageAddress() const { return m_pageAddress; }
-    LoadState loadState() const { return m_loadState; }
+    LoadState loadState() const { return LoadState(m_webView->loadState()); }
     // The loaded page's own title; empty until it has loaded.
-    QString pageTitle() const { return m_pageTitle; }
+    QString pageTitle() const { return m_webView->title(); }
+    platform::WebView *webView() const { return m_webView; }
 
     // Loads the page (again).
     Q_INVOKABLE void loadRequest();
@@ -58,14 +56,10 @@ protected:
 
 private:
     void webViewDidStartLoad();
-    void webViewDidFinishLoad(const QByteArray &html);
+    void webViewDidFinishLoad();
     void didFailLoadWithError();
-    void setLoadState(LoadState state);
 
     QUrl m_pageAddress;
-    QNetworkAccessManager *m_webView;
+    platform::WebView *m_webView;
     ICShareView *m_shareView;
-    QPointer<QNetworkReply> m_reply;
-    LoadState m_loadState = NotLoaded;
-    QString m_pageTitle;
 };
