@@ -148,8 +148,8 @@ private slots:
         QTest::addColumn<QString>("title");
         QTest::newRow("games") << 0 << QByteArray("MyGamesViewController") << "我的游戏";
         QTest::newRow("orders") << 1 << QByteArray("MyOrderViewController") << "我的订单";
-        QTest::newRow("personal data") << 2 << QByteArray() << "个人资料";
-        QTest::newRow("account security") << 3 << QByteArray() << "账户安全";
+        QTest::newRow("personal data") << 2 << QByteArray("PersonalDataViewController") << "个人资料";
+        QTest::newRow("account security") << 3 << QByteArray("AccountSafeViewController") << "账户安全";
         QTest::newRow("preferences") << 4 << QByteArray("PreferencesViewController") << "偏好设置";
         QTest::newRow("help") << 5 << QByteArray("HelpAndFeedbackViewController") << "帮助与反馈";
         QTest::newRow("tag 6") << 6 << QByteArray() << "";

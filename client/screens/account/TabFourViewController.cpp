@@ -7,7 +7,8 @@
 #include "screens/account/AboutViewController.h"
 #include "screens/account/HelpAndFeedbackViewController.h"
 #include "screens/account/PreferencesViewController.h"
-#include "screens/account/UpcomingViewController.h"
+#include "screens/account/AccountSafeViewController.h"
+#include "screens/account/PersonalDataViewController.h"
 #include "screens/purchase/MyGamesViewController.h"
 #include "screens/purchase/MyOrderViewController.h"
 #include "service/ApplicationState.h"
@@ -99,14 +100,12 @@ void TabFourViewController::push(platform::ViewController *screen)
 
 platform::ViewController *TabFourViewController::personalDataScreen()
 {
-    return new UpcomingViewController(QStringLiteral("个人资料"),
-                                      QStringLiteral("昵称与头像的修改即将开放，敬请期待"));
+    return new PersonalDataViewController;
 }
 
 platform::ViewController *TabFourViewController::accountSafeScreen()
 {
-    return new UpcomingViewController(QStringLiteral("账户安全"),
-                                      QStringLiteral("修改密码、绑定手机与邮箱即将开放，敬请期待"));
+    return new AccountSafeViewController;
 }
 
 void TabFourViewController::clickButtonMenu(int tag)

@@ -1,8 +1,0 @@
-#include "screens/account/UpcomingViewController.h"
-
-UpcomingViewController::UpcomingViewController(const QString &title, const QString &note,
-                                               QObject *parent)
-    : ComingSoonViewController(parent)
-    , m_title(title)
-    , m_note(note)
-{ }
