@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "platform/ui/ImageNetworkFactory.h"
+#include "platform/ui/MemoryImageProvider.h"
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -21,6 +22,7 @@ QQuickWindow *loadMainWindow(QQmlApplicationEngine &engine)
 {
     engine.addImportPath(QStringLiteral("qrc:/"));
     platform::ImageNetworkFactory::install(&engine);
+    platform::MemoryImageProvider::install(&engine);
     engine.load(QUrl(QStringLiteral("qrc:/Tarvel/qml/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return nullptr;

@@ -6,6 +6,7 @@
 #include "QuickTestItems.h"
 #include "TestEnvironment.h"
 #include "app/WindowSnapshot.h"
+#include "platform/ui/MemoryImageProvider.h"
 #include "platform/ui/Window.h"
 
 #include <QCoreApplication>
@@ -39,6 +40,7 @@ public:
     {
         m_engine = std::make_unique<QQmlEngine>();
         m_engine->addImportPath(QStringLiteral("qrc:/"));
+        platform::MemoryImageProvider::install(m_engine.get());
     }
     ~PhoneWindow()
     {
