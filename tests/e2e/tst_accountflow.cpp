@@ -161,7 +161,7 @@ private:
 
     void snapshot(const QString &name)
     {
-        QTest::qWait(450);
+        QTRY_VERIFY(!tarvel::test::stacksBusy(root()) && !Hud::shared().isVisible());
         QVERIFY(WindowSnapshot::save(
                 m_window, QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name)));
     }

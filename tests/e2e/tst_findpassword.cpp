@@ -527,7 +527,7 @@ private slots:
         QVERIFY(window.show(m_fixture->window()));
         QTRY_VERIFY(window.findText(QStringLiteral("通过手机找回")));
         QVERIFY(window.findText(QStringLiteral("通过邮箱找回")));
-        QTest::qWait(400);
+        QTRY_VERIFY(!stacksBusy(window.root())); // the slide has ended
         QVERIFY(window.waitForFrame());
         QVERIFY(window.screenshot(QStringLiteral("findpassword-choice.png")));
 
@@ -540,7 +540,8 @@ private slots:
         QTRY_COMPARE(
                 window.findItem(QStringLiteral("imageCodePicture"))->property("status").toInt(),
                 1 /* Image.Ready */);
-        QTest::qWait(400);
+        QTRY_VERIFY(!stacksBusy(window.root()));
+        QVERIFY(window.waitForFrame());
         QVERIFY(window.screenshot(QStringLiteral("findpassword-mobile.png")));
 
         mobile->fieldUser()->setText(phone);
@@ -553,7 +554,7 @@ private slots:
         QTRY_VERIFY(!window.findText(QStringLiteral("验证码发送成功")));
         QTRY_VERIFY(window.findText(QStringLiteral("已向手机139******00发送验证信息!")));
         QVERIFY(window.findItem(QStringLiteral("fieldPasswordAgain")));
-        QTest::qWait(400);
+        QTRY_VERIFY(!stacksBusy(window.root())); // the slide has ended
         QVERIFY(window.waitForFrame());
         QVERIFY(window.screenshot(QStringLiteral("findpassword-sms.png")));
         QVERIFY2(QmlWarnings::messages().isEmpty(), qPrintable(QmlWarnings::text()));

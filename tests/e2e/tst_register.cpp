@@ -506,7 +506,7 @@ private slots:
         registration->fieldUser()->setFirstResponder(true);
         registration->fieldUser()->resignFirstResponder();
         QTRY_VERIFY(!phone.findItem(QStringLiteral("viewAuthCode")));
-        QTest::qWait(100);
+        QVERIFY(phone.waitForFrame());
         QVERIFY(phone.screenshot(QStringLiteral("register-mail.png")));
         AppDelegate::shared()->setCountdownTickInterval(5);
         AppDelegate::shared()->setTimerStart();
