@@ -82,8 +82,16 @@ class AccountFixture
 {
 public:
     AccountFixture()
-        : m_store(std::make_unique<InProcessStore>())
+        : m_store(std::make_unique<InProcessStore>(sandboxOptions()))
     { }
+
+    // The sandbox tells the captcha answers and holds the SMS and mails.
+    static StoreOptions sandboxOptions()
+    {
+        StoreOptions options;
+        options.sandbox = true;
+        return options;
+    }
 
     InProcessStore &store() { return *m_store; }
     QString baseUrl() const { return m_store->baseUrl(); }

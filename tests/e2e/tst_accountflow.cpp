@@ -200,11 +200,16 @@ private slots:
         const int port = freePort();
         m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
         m_storeProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_storeProcess.start(tarvel::test::InProcessStore::executablePath(),
-                             {QStringLiteral("--port"), QString::number(port),
-                              QStringLiteral("--db"),
-                              m_storeFolder.filePath(QStringLiteral("store.sqlite")),
-                              QStringLiteral("--quiet")});
+        QStringList arguments{
+                QStringLiteral("--port"), QString::number(port), QStringLiteral("--db"),
+                m_storeFolder.filePath(QStringLiteral("store.sqlite")), QStringLiteral("--quiet")};
+        // The sandbox (captcha answers, outbox) where the store has it only on request.
+        QProcess help;
+        help.start(tarvel::test::InProcessStore::executablePath(), {QStringLiteral("--help")});
+        QVERIFY(help.waitForFinished(10000));
+        if (help.readAllStandardOutput().contains("--sandbox"))
+            arguments.append(QStringLiteral("--sandbox"));
+        m_storeProcess.start(tarvel::test::InProcessStore::executablePath(), arguments);
         QVERIFY(m_storeProcess.waitForStarted(10000));
         QVERIFY(QTest::qWaitFor([this] { return storeData("/store.json").isValid(); }, 30000));
         qputenv("TARVEL_API_BASE_URL", m_baseUrl.toUtf8());

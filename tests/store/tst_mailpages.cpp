@@ -30,6 +30,14 @@ private:
     const QString kPassword = QString::fromLatin1(StoreSeed::kDemoPassword);
     QTemporaryDir m_browserHome;
 
+    // The sandbox holds the mails whose links are opened.
+    static StoreOptions sandboxOptions()
+    {
+        StoreOptions options;
+        options.sandbox = true;
+        return options;
+    }
+
     // What the browser shows for `url` once its scripts and navigations settled.
     QString browse(const QString &url)
     {
@@ -86,7 +94,7 @@ private slots:
 
     void activationLinkActivates()
     {
-        InProcessStore store;
+        InProcessStore store(sandboxOptions());
         StoreClient client(store.baseUrl());
         const QString email = QStringLiteral("browser.player@example.com");
         const Answer signedUp
@@ -108,7 +116,7 @@ private slots:
 
     void unlockLinkUnlocks()
     {
-        InProcessStore store;
+        InProcessStore store(sandboxOptions());
         StoreClient client(store.baseUrl());
         failSignIns(client, kEmail, 5);
         QCOMPARE(client.signIn(kEmail, kPassword).json.value("code").toInt(), 601);
@@ -125,7 +133,7 @@ private slots:
 
     void resetLinkSetsTheNewPassword()
     {
-        InProcessStore store;
+        InProcessStore store(sandboxOptions());
         StoreClient client(store.baseUrl());
         const Answer sent = client.post(QStringLiteral("/password.json"),
                                         {{QStringLiteral("account[email]"), kEmail},
