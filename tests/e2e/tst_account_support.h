@@ -4,6 +4,7 @@
 // request path, reading the codes tarvel-store put in its outbox, a test account of its own, and
 // a readable HUD record in failure messages.
 
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "StoreContext.h"
 
@@ -23,32 +24,17 @@
 
 #include <SQLiteCpp/Database.h>
 
-Q_DECLARE_METATYPE(platform::Hud::Record)
-
-namespace QTest {
-template<>
-inline char *toString(const platform::Hud::Record &record)
-{
-    return qstrdup(QStringLiteral("(%1, \"%2\", mask %3)")
-                           .arg(int(record.kind))
-                           .arg(record.text)
-                           .arg(record.masked)
-                           .toUtf8()
-                           .constData());
-}
-} // namespace QTest
-
 namespace tarvel::test {
 
-inline platform::Hud::Record hudError(const QString &text)
+inline HudRecorder::Record hudError(const QString &text)
 {
     return {platform::Hud::Error, text, true};
 }
-inline platform::Hud::Record hudProgress(const QString &text)
+inline HudRecorder::Record hudProgress(const QString &text)
 {
     return {platform::Hud::Progress, text, true};
 }
-inline platform::Hud::Record hudSuccess(const QString &text)
+inline HudRecorder::Record hudSuccess(const QString &text)
 {
     return {platform::Hud::Success, text, true};
 }

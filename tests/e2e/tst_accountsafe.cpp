@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
 #include "TestEnvironment.h"
@@ -34,9 +35,9 @@ namespace {
 
 const QString Password = QStringLiteral("secret123");
 
-QList<Hud::Record> hudRecords()
+QList<HudRecorder::Record> hudRecords()
 {
-    return Hud::shared().records();
+    return HudRecorder::shared().records();
 }
 
 bool countdownRuns()
@@ -102,7 +103,7 @@ private:
     {
         createAccount(*m_store, phone, email, Password, QStringLiteral("安全测试"));
         QVERIFY(signIn(phone.isEmpty() ? email : phone, Password));
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
     }
 
     static bool waitForHud(qsizetype count)
@@ -128,7 +129,7 @@ private slots:
         ICSessionHelper::userClearData();
         AppDelegate::shared()->setUserLogin(std::nullopt);
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         QmlWarnings::clear();
     }
 
@@ -299,7 +300,7 @@ private slots:
         screen->fieldNewPasswordAgain()->setText(again);
         QVERIFY(screen->buttonSave()->tap());
         // A request would have shown its progress text at once.
-        QCOMPARE(hudRecords(), QList<Hud::Record>{hudError(shown)});
+        QCOMPARE(hudRecords(), QList<HudRecorder::Record>{hudError(shown)});
         QCOMPARE(m_stack->depth(), 2);
         QCOMPARE(screen->fieldNewPassword()->text(), newPass);
     }
@@ -309,7 +310,7 @@ private slots:
         signInFresh(QStringLiteral("13700001111"), QString());
         auto *screen = push(new ModifyPasswordViewController);
         auto submit = [&](const QString &oldPass, const QString &newPass) {
-            Hud::shared().clearHistory();
+            HudRecorder::shared().clear();
             screen->fieldOldPassword()->setText(oldPass);
             screen->fieldNewPassword()->setText(newPass);
             screen->fieldNewPasswordAgain()->setText(newPass);
@@ -319,14 +320,14 @@ private slots:
         // One character passes the screen; the service refuses it.
         submit(Password, QStringLiteral("x"));
         QCOMPARE(hudRecords(),
-                 (QList<Hud::Record>{hudProgress(QStringLiteral("正在修改...")),
+                 (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改...")),
                                      hudError(QStringLiteral("请输入至少8位的密码"))}));
         submit(QStringLiteral("not-mine1"), QStringLiteral("brandnew99"));
         QCOMPARE(hudRecords().constLast(), hudError(QStringLiteral("请输入正确的当前密码")));
         QCOMPARE(m_stack->depth(), 2);
 
         submit(Password, QStringLiteral("brandnew99"));
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{hudProgress(QStringLiteral("正在修改...")),
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改...")),
                                                    hudSuccess(QStringLiteral("密码修改成功"))}));
         QTRY_COMPARE(m_stack->depth(), 1);
         QVERIFY(AppDelegate::shared()->userLogin());
@@ -382,7 +383,7 @@ private slots:
         screen->fieldNewPsw()->setText(code);
         screen->fieldPassword()->setText(password);
         QVERIFY(screen->buttonNext()->tap());
-        QCOMPARE(hudRecords(), QList<Hud::Record>{hudError(shown)});
+        QCOMPARE(hudRecords(), QList<HudRecorder::Record>{hudError(shown)});
     }
 
     void bindChecksInOrder_data()
@@ -418,12 +419,12 @@ private slots:
         screen->fieldAuthCode()->setText(code);
         screen->fieldPassword()->setText(password);
         QVERIFY(screen->buttonNext()->tap());
-        QCOMPARE(hudRecords(), QList<Hud::Record>{hudError(shown)});
+        QCOMPARE(hudRecords(), QList<HudRecorder::Record>{hudError(shown)});
         // The code button asks for 11 characters too.
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         screen->fieldMobile()->setText(QStringLiteral("1350000"));
         QVERIFY(screen->buttonAuthCode()->tap());
-        QCOMPARE(hudRecords(), QList<Hud::Record>{hudError(QStringLiteral("请输入11位手机号"))});
+        QCOMPARE(hudRecords(), QList<HudRecorder::Record>{hudError(QStringLiteral("请输入11位手机号"))});
     }
 
     void changeOfNumberThroughBothSteps()
@@ -440,7 +441,7 @@ private slots:
         // The code goes to the bound number and starts the countdown on this button.
         QVERIFY(stepOne->buttonAuthCode()->tap());
         QVERIFY(waitForHud(2));
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{hudProgress(QStringLiteral("正在获取验证码...")),
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在获取验证码...")),
                                                    hudSuccess(QStringLiteral("验证码发送成功"))}));
         QVERIFY(countdownRuns());
         QVERIFY(!stepOne->buttonAuthCode()->isEnabled());
@@ -448,7 +449,7 @@ private slots:
         QCOMPARE(oldCode.size(), 6);
 
         // A wrong code is the service's to refuse.
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         stepOne->fieldNewPsw()->setText(QStringLiteral("000000") == oldCode
                                                 ? QStringLiteral("111111")
                                                 : QStringLiteral("000000"));
@@ -460,7 +461,7 @@ private slots:
         QVERIFY(!hudRecords().constLast().text.isEmpty());
         QCOMPARE(m_stack->depth(), 3);
 
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         stepOne->fieldNewPsw()->setText(oldCode);
         QVERIFY(stepOne->buttonNext()->tap());
         QVERIFY(waitForHud(2));
@@ -470,17 +471,17 @@ private slots:
 
         // Intended: while the first step's countdown runs, the second step's code is refused
         // with the seconds left, and nothing is sent.
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         bind->fieldMobile()->setText(newNumber);
         QVERIFY(bind->buttonAuthCode()->tap());
         const int left = AppDelegate::shared()->countdown();
         QCOMPARE(hudRecords(),
-                 QList<Hud::Record>{hudError(QStringLiteral("%1S后才能再次获取验证码").arg(left))});
+                 QList<HudRecorder::Record>{hudError(QStringLiteral("%1S后才能再次获取验证码").arg(left))});
         QVERIFY(lastSmsCode(*m_store, newNumber).isEmpty());
 
         // Once it is over the code comes, and this screen starts no countdown of its own.
         finishCountdown();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         QVERIFY(bind->buttonAuthCode()->tap());
         QVERIFY(waitForHud(2));
         QCOMPARE(hudRecords().constLast(), hudSuccess(QStringLiteral("验证码发送成功")));
@@ -489,12 +490,12 @@ private slots:
         const QString newCode = lastSmsCode(*m_store, newNumber);
         QCOMPARE(newCode.size(), 6);
 
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         bind->fieldAuthCode()->setText(newCode);
         bind->fieldPassword()->setText(Password);
         QVERIFY(bind->buttonNext()->tap());
         QVERIFY(waitForHud(2));
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{hudProgress(QStringLiteral("正在绑定...")),
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在绑定...")),
                                                    hudSuccess(QStringLiteral("绑定成功"))}));
         QTRY_COMPARE(m_stack->depth(), 1);
         // The live user has the new number; the stored one keeps the old until the next sign-in.
@@ -508,7 +509,7 @@ private slots:
     {
         QTest::addColumn<QString>("email");
         QTest::addColumn<QString>("password");
-        QTest::addColumn<Hud::Record>("shown");
+        QTest::addColumn<HudRecorder::Record>("shown");
         QTest::newRow("no address")
                 << "" << Password << hudError(QStringLiteral("请输入正确的邮箱地址"));
         QTest::newRow("not an address")
@@ -527,7 +528,7 @@ private slots:
     {
         QFETCH(QString, email);
         QFETCH(QString, password);
-        QFETCH(Hud::Record, shown);
+        QFETCH(HudRecorder::Record, shown);
         static int accounts = 0;
         signInFresh(QStringLiteral("1360000%1").arg(4000 + ++accounts), QString());
         auto *screen = push(new BindEmailViewController);
@@ -553,7 +554,7 @@ private slots:
         screen->fieldPassword()->setText(Password);
         QVERIFY(screen->buttonNext()->tap());
         QVERIFY(waitForHud(2));
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{hudProgress(QStringLiteral("正在绑定...")),
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在绑定...")),
                                                    hudSuccess(QStringLiteral("绑定成功"))}));
         QTRY_COMPARE(m_stack->depth(), 1);
         QCOMPARE(AppDelegate::shared()->userLogin()->email, QStringLiteral("bound@example.com"));

@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "tst_register_support.h"
 
 #include "platform/ui/BarButtonItem.h"
@@ -93,7 +94,7 @@ private:
         mobile->fieldAuthCode()->setText(m_fixture->captchaText());
         mobile->buttonNext()->tap();
         if (!waitForHuds(2)) {
-            qWarning() << "no SMS code:" << Hud::shared().history();
+            qWarning() << "no SMS code:" << HudRecorder::shared().history();
             return nullptr;
         }
         auto *checking = topAs<MessageCheckingViewController>(stack());

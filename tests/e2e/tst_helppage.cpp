@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "TestEnvironment.h"
 #include "tst_detailsupport.h"
@@ -70,7 +71,7 @@ private slots:
     void init()
     {
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         tarvel::test::QmlWarnings::clear();
     }
 
@@ -96,7 +97,7 @@ private slots:
         QTRY_COMPARE(help->webView()->url(), QUrl(m_store->baseUrl() + QStringLiteral("/help")));
         QTRY_COMPARE_WITH_TIMEOUT(help->webView()->loadState(), WebView::Loaded, 60000);
         QCOMPARE(help->webView()->title(), QStringLiteral("帮助与反馈"));
-        QVERIFY(Hud::shared().history().contains(QStringLiteral("正在加载")));
+        QVERIFY(HudRecorder::shared().history().contains(QStringLiteral("正在加载")));
         QVERIFY(!Hud::shared().isVisible());
         QVERIFY(!tarvel::test::findNamed(m_phone->root(), "webPageFailed"));
         // The engine paints a loaded page a moment later, with no signal for it; the picture is
@@ -115,7 +116,7 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(help->webView()->loadState(), WebView::Failed, 60000);
         QCOMPARE(Hud::shared().kind(), Hud::Error);
         QCOMPARE(Hud::shared().text(), QStringLiteral("加载失败"));
-        QVERIFY(Hud::shared().history().contains(QStringLiteral("正在加载")));
+        QVERIFY(HudRecorder::shared().history().contains(QStringLiteral("正在加载")));
         QTRY_VERIFY(tarvel::test::findNamed(m_phone->root(), "webPageFailed"));
     }
 
@@ -140,8 +141,8 @@ private slots:
         QCOMPARE(page->rightBarItem()->imageName(), QStringLiteral("common_share"));
         QTRY_COMPARE_WITH_TIMEOUT(page->loadState(), NewsDetailViewController::Loaded, 60000);
         QCOMPARE(page->pageTitle(), QStringLiteral("Tarvel 游戏商城 - Tarvel"));
-        QCOMPARE(Hud::shared().records().first(),
-                 (Hud::Record{Hud::Progress, QStringLiteral("正在加载"), false}));
+        QCOMPARE(HudRecorder::shared().records().first(),
+                 (HudRecorder::Record{Hud::Progress, QStringLiteral("正在加载"), false}));
         QVERIFY(!Hud::shared().isVisible());
         // For review only, after the engine's paint (see the help page).
         QTest::qWait(1500);

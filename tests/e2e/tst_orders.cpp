@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "ScriptedHttpServer.h"
 #include "TestEnvironment.h"
@@ -113,7 +114,7 @@ private slots:
     {
         detailtest::signOut();
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         tarvel::test::QmlWarnings::clear();
     }
 
@@ -382,7 +383,7 @@ private slots:
         screen->clickButtonPay(99);
         screen->clickButtonCancle(-1);
         QCOMPARE(harness.top(), screen);
-        QVERIFY(!Hud::shared().history().contains(QStringLiteral("正在取消...")));
+        QVERIFY(!HudRecorder::shared().history().contains(QStringLiteral("正在取消...")));
     }
 
     void payOpensTheOrderScreen()

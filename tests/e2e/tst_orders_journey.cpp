@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
 #include "TestEnvironment.h"
@@ -192,7 +193,7 @@ private slots:
 
         // Cancel the unpaid order from the list: no question, the list comes back without it.
         QVERIFY(tap(QStringLiteral("buttonCancle")));
-        QTRY_VERIFY(platform::Hud::shared().history().contains(QStringLiteral("正在取消...")));
+        QTRY_VERIFY(HudRecorder::shared().history().contains(QStringLiteral("正在取消...")));
         QTRY_COMPARE(statesShown(orders).count(QStringLiteral("已取消")), 2);
         QVERIFY(!statesShown(orders).contains(QStringLiteral("未付款")));
         QTRY_VERIFY(!findNamed(root(), QStringLiteral("buttonCancle")));
@@ -224,7 +225,7 @@ private slots:
         // Sign out: the home tab, and the cart and my tabs ask for sign-in again.
         QVERIFY(tap(QStringLiteral("buttonLogOut")));
         QTRY_COMPARE(tabs()->selectedIndex(), int(ICTabBarController::HomeTab));
-        QVERIFY(platform::Hud::shared().history().contains(QStringLiteral("退出成功")));
+        QVERIFY(HudRecorder::shared().history().contains(QStringLiteral("退出成功")));
         QVERIFY(!AppDelegate::shared()->isSignedIn());
         for (const char *tab : {"tabButton1", "tabButton2"}) {
             QTRY_VERIFY(!platform::Hud::shared().isVisible());

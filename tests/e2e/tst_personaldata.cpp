@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
 #include "ScriptedHttpServer.h"
@@ -46,9 +47,9 @@ const QColor Red(220, 30, 30);
 const QColor Green(30, 200, 60);
 const QColor Blue(30, 60, 220);
 
-QList<Hud::Record> hudRecords()
+QList<HudRecorder::Record> hudRecords()
 {
-    return Hud::shared().records();
+    return HudRecorder::shared().records();
 }
 
 // Three bands, red, green and blue, across (vertical bands) or down (horizontal bands) the
@@ -129,7 +130,7 @@ private:
             return nullptr;
         settle();
         if (!keepHistory)
-            Hud::shared().clearHistory();
+            HudRecorder::shared().clear();
         return screen;
     }
 
@@ -167,7 +168,7 @@ private:
     {
         createAccount(*m_store, phone, QString(), Password, QStringLiteral("资料测试"));
         QVERIFY(signIn(phone, Password));
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
     }
 
 private slots:
@@ -190,7 +191,7 @@ private slots:
         ICMediaPhotoHelper::shareInstance()->setAuthorizationStatus(ICMediaPhotoHelper::Authorized);
         AlertCenter::shared().clear();
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         QmlWarnings::clear();
     }
 
@@ -238,7 +239,7 @@ private slots:
         QCOMPARE(screen->title(), QStringLiteral("个人资料"));
         QCOMPARE(screen->leftBarItem()->imageName(), QStringLiteral("common_navBack"));
         QCOMPARE(screen->backgroundImage(), QStringLiteral("myInfo_bg"));
-        QCOMPARE(hudRecords(), QList<Hud::Record>{hudProgress(QStringLiteral("正在加载"))});
+        QCOMPARE(hudRecords(), QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在加载"))});
 
         const QString expected = shownAvatar.startsWith(QLatin1String("http"))
                                          ? shownAvatar
@@ -263,7 +264,7 @@ private slots:
         server.enqueue(ScriptedResponse::json(
                 "{\"status\":\"error\",\"data\":null,\"message\":\"请先登录\"}", 401));
         PersonalDataViewController *screen = pushScreen();
-        QTRY_COMPARE(hudRecords(), (QList<Hud::Record>{hudProgress(QStringLiteral("正在加载")),
+        QTRY_COMPARE(hudRecords(), (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在加载")),
                                                        hudError(QStringLiteral("请先登录"))}));
         QVERIFY(screen->strAvatar().isEmpty());
         QVERIFY(screen->imageHead().isEmpty());
@@ -324,7 +325,7 @@ private slots:
         QVERIFY(form.buttonSave()->tap());
         // The screen's save asks the service at once, with its progress text (signed out here,
         // so the service refuses).
-        QCOMPARE(hudRecords(), QList<Hud::Record>{hudProgress(QStringLiteral("正在修改..."))});
+        QCOMPARE(hudRecords(), QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改..."))});
         QTRY_COMPARE_WITH_TIMEOUT(hudRecords().size(), 2, 10000);
         QCOMPARE(hudRecords().constLast().kind, Hud::Error);
     }
@@ -580,12 +581,12 @@ private slots:
                                              QStringLiteral("up.png"))));
         picker()->usePhoto();
         QTRY_COMPARE(m_window->presentedCount(), 0);
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
 
         QVERIFY(screen->bottomView()->buttonSave()->tap());
         QVERIFY(server.waitForRequests(2, 10000));
         QTRY_COMPARE(hudRecords().size(), 1 + errors.size());
-        QList<Hud::Record> expected{hudProgress(QStringLiteral("正在修改..."))};
+        QList<HudRecorder::Record> expected{hudProgress(QStringLiteral("正在修改..."))};
         for (const QString &error : errors)
             expected.append(hudError(error));
         QCOMPARE(hudRecords(), expected);
@@ -604,12 +605,12 @@ private slots:
         const QString avatarBefore = AppDelegate::shared()->userLogin()->avatar;
         PersonalDataViewController *screen = openScreen();
         QVERIFY(screen);
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         screen->bottomView()->fieldName()->setText(QStringLiteral("新名字"));
         QVERIFY(screen->bottomView()->buttonWoman()->tap());
         QVERIFY(screen->bottomView()->buttonSave()->tap());
         QTRY_COMPARE(hudRecords().size(), 2);
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{hudProgress(QStringLiteral("正在修改...")),
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改...")),
                                                    hudSuccess(QStringLiteral("修改成功"))}));
         QTRY_COMPARE(m_stack->depth(), 1);
         QCOMPARE(AppDelegate::shared()->userLogin()->nick_name, QStringLiteral("新名字"));
@@ -634,11 +635,11 @@ private slots:
                                              QStringLiteral("face.png"))));
         picker()->usePhoto();
         QTRY_COMPARE(m_window->presentedCount(), 0);
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         screen->bottomView()->fieldName()->setText(QStringLiteral("有头像"));
         QVERIFY(screen->bottomView()->buttonSave()->tap());
         QTRY_COMPARE_WITH_TIMEOUT(m_stack->depth(), 1, 10000);
-        QCOMPARE(hudRecords(), (QList<Hud::Record>{hudProgress(QStringLiteral("正在修改...")),
+        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改...")),
                                                    hudSuccess(QStringLiteral("修改成功"))}));
 
         const Object_User user = *AppDelegate::shared()->userLogin();

@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "ScriptedHttpServer.h"
 #include "tst_register_support.h"
 
@@ -380,7 +381,7 @@ private slots:
         QCOMPARE(AccountFixture::fetchPage(link).first, 200);
         clearHud();
         QVERIFY(signIn->buttonLogin()->tap());
-        QVERIFY2(waitForHuds(2), qPrintable(Hud::shared().history().join('|')));
+        QVERIFY2(waitForHuds(2), qPrintable(HudRecorder::shared().history().join('|')));
         QCOMPARE(hudRecords(), (HudRecords{progressHud(QStringLiteral("正在登录...")),
                                            successHud(QStringLiteral("登录成功"))}));
         QCOMPARE(m_fixture->completions(), QList<qint64>{1});

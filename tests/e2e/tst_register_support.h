@@ -4,6 +4,7 @@
 // (captcha answers, SMS codes and mails are read from it, never made up), the sign-in screen
 // presented the way the tab bar does it, and HUD records that print readably.
 
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "StoreContext.h"
 #include "tst_signin_support.h"
@@ -31,45 +32,30 @@
 
 #include <memory>
 
-Q_DECLARE_METATYPE(platform::Hud::Record)
-
-namespace QTest {
-template<>
-inline char *toString(const platform::Hud::Record &record)
-{
-    return qstrdup(QStringLiteral("(%1, \"%2\", mask %3)")
-                           .arg(int(record.kind))
-                           .arg(record.text)
-                           .arg(record.masked)
-                           .toUtf8()
-                           .constData());
-}
-} // namespace QTest
-
 namespace tarvel::test {
 
-using HudRecords = QList<platform::Hud::Record>;
+using HudRecords = QList<HudRecorder::Record>;
 
-inline platform::Hud::Record progressHud(const QString &text)
+inline HudRecorder::Record progressHud(const QString &text)
 {
     return {platform::Hud::Progress, text, true};
 }
-inline platform::Hud::Record successHud(const QString &text, bool masked = true)
+inline HudRecorder::Record successHud(const QString &text, bool masked = true)
 {
     return {platform::Hud::Success, text, masked};
 }
-inline platform::Hud::Record errorHud(const QString &text, bool masked = true)
+inline HudRecorder::Record errorHud(const QString &text, bool masked = true)
 {
     return {platform::Hud::Error, text, masked};
 }
 inline HudRecords hudRecords()
 {
-    return platform::Hud::shared().records();
+    return HudRecorder::shared().records();
 }
 inline void clearHud()
 {
     platform::Hud::shared().dismiss();
-    platform::Hud::shared().clearHistory();
+    HudRecorder::shared().clear();
 }
 // Waits until `count` HUDs were shown.
 inline bool waitForHuds(qsizetype count)

@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
 #include "TestEnvironment.h"
@@ -156,7 +157,7 @@ private:
 
     bool waitForHud(const QString &text)
     {
-        return QTest::qWaitFor([&] { return Hud::shared().history().contains(text); }, 10000);
+        return QTest::qWaitFor([&] { return HudRecorder::shared().history().contains(text); }, 10000);
     }
 
     void snapshot(const QString &name)
@@ -189,7 +190,7 @@ private:
     {
         screen->fieldUser()->setText(account);
         screen->fieldPassword()->setText(password);
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         return tap(QStringLiteral("buttonLogin"));
     }
 
@@ -302,10 +303,10 @@ private slots:
         QVERIFY(signInScreen);
         for (int attempt = 0; attempt < 5; ++attempt) {
             QVERIFY(signIn(signInScreen, DemoPhone, QStringLiteral("wrong-pass")));
-            QVERIFY(QTest::qWaitFor([] { return Hud::shared().history().size() >= 2; }, 10000));
+            QVERIFY(QTest::qWaitFor([] { return HudRecorder::shared().history().size() >= 2; }, 10000));
             (void)QTest::qWaitFor([] { return !Hud::shared().isVisible(); });
         }
-        QVERIFY(Hud::shared().history().contains(QStringLiteral("账号被锁定")));
+        QVERIFY(HudRecorder::shared().history().contains(QStringLiteral("账号被锁定")));
         auto *chooser = waitForScreen<FindPasswordViewController>();
         QVERIFY(chooser);
         QCOMPARE(chooser->viewType(), qint64(1));
@@ -369,7 +370,7 @@ private slots:
         QVERIFY2(done.contains(QStringLiteral("密码已更新")), qPrintable(done));
 
         QVERIFY(signIn(signInScreen, mail, QStringLiteral("mailplayer1")));
-        QVERIFY(QTest::qWaitFor([] { return Hud::shared().history().size() >= 2; }, 10000));
+        QVERIFY(QTest::qWaitFor([] { return HudRecorder::shared().history().size() >= 2; }, 10000));
         QVERIFY(!AppDelegate::shared()->userLogin());
         (void)QTest::qWaitFor([] { return !Hud::shared().isVisible(); });
         QVERIFY(signIn(signInScreen, mail, QStringLiteral("renewed123")));

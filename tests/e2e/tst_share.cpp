@@ -31,7 +31,6 @@ struct KitReport
 } // namespace
 
 Q_DECLARE_METATYPE(KitReport)
-Q_DECLARE_METATYPE(HudRecorder::Record)
 
 // The share panel: its three targets and two reserved tags, the content it builds (absent values as
 // empty text), showing and hiding, and what each answer of the sharing kit shows.

@@ -72,21 +72,6 @@ QByteArray signInAnswer(const QByteArray &data)
 
 } // namespace
 
-Q_DECLARE_METATYPE(HudRecorder::Record)
-
-namespace QTest {
-template<>
-char *toString(const HudRecorder::Record &record)
-{
-    return qstrdup(QStringLiteral("(%1, \"%2\", mask %3)")
-                           .arg(int(record.kind))
-                           .arg(record.text)
-                           .arg(record.masked)
-                           .toUtf8()
-                           .constData());
-}
-} // namespace QTest
-
 // The sign-in screen against a real tarvel-store (and a scripted server where an answer must be
 // exact): its checks, what a successful sign-in stores and in which order, how refusals read, the
 // unlock route, and the view.

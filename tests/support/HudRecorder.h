@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTest>
 
 // What the HUD showed, as tests see it: every text since the last clear(), oldest first. The app
 // keeps no such record; the recorder listens to Hud::shown from its first use on, so a test
@@ -48,3 +49,19 @@ private:
 
     QList<Record> m_records;
 };
+
+Q_DECLARE_METATYPE(HudRecorder::Record)
+
+namespace QTest {
+// A record reads as (kind, "text", mask) in failure messages.
+template<>
+inline char *toString(const HudRecorder::Record &record)
+{
+    return qstrdup(QStringLiteral("(%1, \"%2\", mask %3)")
+                           .arg(int(record.kind))
+                           .arg(record.text)
+                           .arg(record.masked)
+                           .toUtf8()
+                           .constData());
+}
+} // namespace QTest
