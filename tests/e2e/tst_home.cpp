@@ -272,7 +272,6 @@ private slots:
         QVERIFY(QTest::qWaitFor([&] { return home->labelRedDot() != nullptr; }, 5000));
         QTEST(home->labelRedDot()->text(), "text");
         QTEST(home->labelRedDot()->isHidden(), "hidden");
-        QCOMPARE(home->labelRedDot()->backgroundColor(), QColor(246, 66, 43));
         QCOMPARE(AppDelegate::shared()->labelRedDot(), home->labelRedDot());
         QVERIFY(waitForFirstPage(home));
     }
