@@ -73,6 +73,8 @@ QtObject {
     readonly property int fontTitle1: 20
     readonly property int fontLargeTitle: 22
     readonly property int fontDisplay: 40
+    // The game page's notice, fact and link rows sit between Callout and Body.
+    readonly property real fontDetailRow: 14.5
 
     // Spacing
     readonly property int spacingTiny: 2

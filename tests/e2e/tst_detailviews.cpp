@@ -149,6 +149,7 @@ private slots:
         platform::UserDefaults::standard().setObject(QStringLiteral("2"),
                                                      QStringLiteral("cartnum"));
         Hud::shared().dismiss();
+        HudRecorder::shared().clear(); // also starts it
         m_harness = std::make_unique<StackHarness>();
         m_engine = std::make_unique<QQmlEngine>();
         m_engine->addImportPath(QStringLiteral("qrc:/"));

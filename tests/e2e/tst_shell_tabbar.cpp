@@ -108,12 +108,8 @@ private slots:
         ICTabBarController *tabBar = launch();
         ICTabBarView *strip = tabBar->tabBarView();
         QCOMPARE(strip->height(), 49.0);
-        QCOMPARE(strip->backgroundColor(), QColor(Qt::white));
         QCOMPARE(strip->topLineColor(), QColor(149, 149, 149));
         QCOMPARE(strip->topLineWidth(), 0.5);
-        QCOMPARE(strip->badgeColor(), QColor(246, 66, 43));
-        QCOMPARE(strip->badgeTextColor(), QColor(Qt::white));
-        QCOMPARE(strip->badgeFontSize(), 9);
         // Upper right of the cart tab: 3/8 of the width plus 4, three points down.
         QCOMPARE(strip->badgeRect(), QRectF(375.0 * 3 / 8 + 4, 3, 15, 15));
 

@@ -216,7 +216,7 @@ private slots:
         for (int i = 0; i < 4; ++i)
             buyers.emplace_back(buyer, 60 + i);
         // Until 60 orders are answered (or half a minute passes: the kill then comes anyway).
-        QTest::qWaitFor(
+        (void)QTest::qWaitFor(
                 [&] {
                     std::lock_guard lock(answeredMutex);
                     return answered.size() >= 60;

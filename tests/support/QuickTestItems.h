@@ -98,8 +98,9 @@ inline void collectPlacement(QQuickItem *item, QList<qreal> &into)
         collectPlacement(child, into);
 }
 
-// Waits until the scene stops moving: nothing slides, fades or changes size between two looks a
-// few frames apart. Slides and fades end this way without a test guessing how long they take;
+// Waits until the scene stops moving: no navigation stack is sliding (its animators move pages
+// without updating their properties) and nothing slides, fades or changes size between two looks
+// a few frames apart. Slides and fades end this way without a test guessing how long they take;
 // endless spinners (a rotation) do not count as movement.
 inline bool waitForStillScene(QQuickWindow *window, int timeoutMs = 5000)
 {
@@ -114,6 +115,10 @@ inline bool waitForStillScene(QQuickWindow *window, int timeoutMs = 5000)
             [&] {
                 if (sinceLook.elapsed() < FramesApartMs)
                     return false;
+                if (stacksBusy(window->contentItem())) {
+                    previous.clear();
+                    return false;
+                }
                 QList<qreal> current;
                 collectPlacement(window->contentItem(), current);
                 sinceLook.restart();

@@ -1,4 +1,5 @@
 import QtQuick
+import Tarvel
 
 // A small filled badge with white text beside the header's prices (discount, pre-sale).
 Rectangle {

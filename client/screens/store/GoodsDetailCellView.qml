@@ -108,7 +108,7 @@ Item {
                         return Theme.textBody
                     return Theme.textPrimary
                 }
-                font.pixelSize: cell.identifier === "GoodsDetailCell5" ? Theme.fontCallout : Theme.fontCallout
+                font.pixelSize: cell.identifier === "GoodsDetailCell5" ? Theme.fontCallout : Theme.fontDetailRow
             }
             Item {
                 id: look
