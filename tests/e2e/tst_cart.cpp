@@ -314,7 +314,7 @@ private slots:
             QCOMPARE(Hud::shared().records(),
                      (QList<Hud::Record>{{Hud::Error, QStringLiteral("未选择游戏"), false}}));
             QCOMPARE(harness.top(), cart);
-            QTest::qWait(0);
+            QCoreApplication::processEvents();
             QCOMPARE(m_server.requestCount(), 0);
             return;
         }

@@ -186,8 +186,8 @@ private slots:
         QCOMPARE(screen->leftBarItem()->imageName(), QStringLiteral("common_navBack"));
         QVERIFY(screen->rightBarItem()->isHidden());
         if (fetchPath.isEmpty()) {
-            QTest::qWait(0);
-            QTRY_VERIFY(screen->isViewLoaded());
+            QVERIFY(screen->isViewLoaded());
+            QCoreApplication::processEvents(); // the deferred load step runs
             QCOMPARE(m_server.requestCount(), 0);
             QVERIFY(Hud::shared().history().isEmpty());
             return;
@@ -298,7 +298,7 @@ private slots:
                 = button == 3 ? footer(order)->buttonSure() : footer(order)->buttonCancel();
         QVERIFY(tapped->tap());
         QCOMPARE(Hud::shared().records(), (QList<Hud::Record>{{Hud::Error, text, false}}));
-        QTest::qWait(0);
+        QCoreApplication::processEvents();
         QCOMPARE(m_server.requestCount(), 0);
         QCOMPARE(footer(order)->labelCouponPrice()->text(), QStringLiteral("-¥0"));
     }
@@ -334,13 +334,13 @@ private slots:
         QCOMPARE(footer(order)->buttonZFB()->isSelected(), zfbSelected);
         QCOMPARE(footer(order)->buttonWX()->isSelected(), !zfbSelected);
         QCOMPARE(QByteArray(harness.top()->metaObject()->className()), top);
-        QTest::qWait(0);
+        QCoreApplication::processEvents();
         QCOMPARE(m_server.requestCount(), 0);
         // Back from the coupons finds the order as it was, not loaded again.
         if (harness.top() != order) {
             QVERIFY(harness.top()->leftBarItem()->tap());
             QCOMPARE(harness.top(), order);
-            QTest::qWait(0);
+            QCoreApplication::processEvents();
             QCOMPARE(m_server.requestCount(), 0);
         }
     }
@@ -497,7 +497,7 @@ private slots:
         else
             prompt.dismiss();
         QVERIFY(waitForLastHud(texts.last()));
-        QTest::qWait(0);
+        QCoreApplication::processEvents();
         QCOMPARE(Hud::shared().history(), texts);
 
         auto *result = qobject_cast<BuySuccessViewController *>(harness.top());
@@ -553,7 +553,7 @@ private slots:
         QVERIFY(waitForLastHud(QStringLiteral("订单获取成功")));
         QVERIFY(order->sourceModel().payment_methods.isEmpty());
         QVERIFY(order->viewPay()->buttonPay()->tap());
-        QTest::qWait(0);
+        QCoreApplication::processEvents();
         QVERIFY(!asked);
     }
 
@@ -573,7 +573,7 @@ private slots:
         Hud::shared().clearHistory();
         QVERIFY(app()->weChatBlock());
         app()->weChatBlock()(true);
-        QTest::qWait(0);
+        QCoreApplication::processEvents();
         QCOMPARE(m_server.requestCount(), 0);
         QCOMPARE(harness.top(), harness.home.data());
     }

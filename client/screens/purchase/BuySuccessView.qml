@@ -18,7 +18,7 @@ Rectangle {
         anchors.leftMargin: Theme.spacingRegular
         anchors.right: parent.right
         anchors.rightMargin: Theme.spacingRegular
-        height: content.implicitHeight + Theme.spacingLarge
+        height: content.implicitHeight + content.anchors.topMargin + Theme.spacingMedium
         radius: Theme.radiusLarge
         color: Theme.cardBackground
 

@@ -26,9 +26,8 @@ Column {
     }
     component SmallButton: Rectangle {
         id: small
-        property ButtonState state: null
+        property ButtonState button: null
         property bool filled: true
-        signal pressed()
         width: 56
         height: 32
         radius: Theme.radiusMedium
@@ -38,19 +37,19 @@ Column {
         border.color: Theme.controlBorder
         Text {
             anchors.centerIn: parent
-            text: small.state ? small.state.currentTitle : ""
+            text: small.button ? small.button.currentTitle : ""
             color: small.filled ? Theme.textOnDark : Theme.textPrimary
             font.pixelSize: Theme.fontCallout
         }
         MouseArea {
             id: touch
             anchors.fill: parent
-            onClicked: small.state.tap()
+            onClicked: small.button.tap()
         }
     }
     component PaymentRow: Rectangle {
         id: payment
-        property ButtonState state: null
+        property ButtonState button: null
         property string note
         width: panel.width
         height: 56
@@ -63,14 +62,14 @@ Column {
             width: 30
             height: 30
             sourceSize: Qt.size(60, 60)
-            source: payment.state ? Assets.imageUrl(payment.state.imageName) : ""
+            source: payment.button ? Assets.imageUrl(payment.button.imageName) : ""
         }
         Column {
             anchors.left: logo.right
             anchors.leftMargin: Theme.spacingRegular
             anchors.verticalCenter: parent.verticalCenter
             Text {
-                text: payment.state ? payment.state.title : ""
+                text: payment.button ? payment.button.title : ""
                 color: Theme.textPrimary
                 font.pixelSize: Theme.fontBody
             }
@@ -87,13 +86,13 @@ Column {
             width: 22
             height: 22
             sourceSize: Qt.size(44, 44)
-            source: Assets.imageUrl(payment.state && payment.state.selected ? "shoppingcar_select"
+            source: Assets.imageUrl(payment.button && payment.button.selected ? "shoppingcar_select"
                                                                            : "shoppingcar_unselect")
         }
         MouseArea {
             id: touch
             anchors.fill: parent
-            onClicked: payment.state.tap()
+            onClicked: payment.button.tap()
         }
     }
     component Line: Rectangle {
@@ -197,7 +196,7 @@ Column {
             anchors.right: cancel.left
             anchors.rightMargin: Theme.spacingMedium
             anchors.verticalCenter: parent.verticalCenter
-            state: panel.footerView ? panel.footerView.buttonSure : null
+            button: panel.footerView ? panel.footerView.buttonSure : null
         }
         SmallButton {
             id: cancel
@@ -206,7 +205,7 @@ Column {
             anchors.rightMargin: Theme.spacingLarge
             anchors.verticalCenter: parent.verticalCenter
             filled: false
-            state: panel.footerView ? panel.footerView.buttonCancel : null
+            button: panel.footerView ? panel.footerView.buttonCancel : null
         }
     }
 
@@ -226,13 +225,13 @@ Column {
     SectionTitle { text: "支付方式" }
     PaymentRow {
         objectName: "confirmPayZFB"
-        state: panel.footerView ? panel.footerView.buttonZFB : null
+        button: panel.footerView ? panel.footerView.buttonZFB : null
         note: "支付宝账户付款"
     }
     Line {}
     PaymentRow {
         objectName: "confirmPayWX"
-        state: panel.footerView ? panel.footerView.buttonWX : null
+        button: panel.footerView ? panel.footerView.buttonWX : null
         note: "推荐已安装微信的用户使用"
     }
     Item {

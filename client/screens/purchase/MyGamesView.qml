@@ -17,8 +17,14 @@ Rectangle {
         anchors.fill: parent
         anchors.leftMargin: view.spacing
         clip: true
-        topMargin: view.spacing
-        bottomMargin: view.spacing
+        header: Item {
+            width: 1
+            height: view.spacing
+        }
+        footer: Item {
+            width: 1
+            height: view.spacing
+        }
         cellWidth: view.cellWidth + view.spacing
         cellHeight: Math.round(view.cellWidth * 9 / 16) + view.spacing
         model: view.controller ? view.controller.collectionMenu : null
