@@ -80,7 +80,7 @@ private slots:
         auto *detail = qobject_cast<GoodsDetailViewController *>(harness.top());
         QVERIFY(detail);
         QCOMPARE(detail->gameId(), games->arraySource().at(2).gameId);
-        games->didSelectItemAtIndex(5);
+        games->didSelectItemAtIndex(int(owned.size())); // past the last cover
         QCOMPARE(harness.top(), detail);
         signOut();
     }
