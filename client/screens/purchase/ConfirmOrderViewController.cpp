@@ -15,6 +15,7 @@
 #include "util/ObjectDescription.h"
 
 #include <QDebug>
+#include <QTimer>
 
 using platform::Hud;
 
@@ -118,10 +119,13 @@ void ConfirmOrderViewController::loadOrder()
     QPointer<ConfirmOrderViewController> self(this);
     auto fetchFromUrl = [self](bool refreshCartNum) {
         return [self, refreshCartNum](const QVariant &data, const QVariant &) {
-            if (refreshCartNum)
-                ICCookiesHelper::updateCartNumFromCookiesForPath(SubmitPath);
+            // The order request goes out first; the stored cart count is written (to disk) one
+            // pass of the main queue later, while that request travels.
             if (self)
                 self->getOrderDetail(text(data.toMap().value(QStringLiteral("url"))));
+            if (refreshCartNum)
+                QTimer::singleShot(
+                        0, [] { ICCookiesHelper::updateCartNumFromCookiesForPath(SubmitPath); });
         };
     };
     const auto start = [](const QVariantMap &) { showProgress(QStringLiteral("生成订单...")); };
