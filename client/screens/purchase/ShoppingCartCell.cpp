@@ -32,7 +32,7 @@ void ShoppingCartCell::setListPrice(const QString &listPrice, const QString &sal
         // A line without a list price has no discount to show.
         m_cutOffHidden = !std::isfinite(percent);
         m_labelCutOff = m_cutOffHidden ? QString() : QString::asprintf(" %.0f%%OFF ", percent);
-        m_labelOldPrice = QStringLiteral("¥") + listPrice;
+        m_labelOldPrice = m_cutOffHidden ? QString() : QStringLiteral("¥") + listPrice;
     }
     emit contentChanged();
 }
