@@ -124,8 +124,7 @@ void pay(Exchange &exchange)
     const QString method = exchange.field("payment_method").trimmed();
     const qint64 orderId = orderIdField(exchange);
     if (method != Payments::kWeChat)
-        throw ApiError::fail(QStringLiteral("payment_method"), QStringLiteral("暂不支持该"),
-                             QStringLiteral("支付方式"));
+        throw ApiError::error(422, QStringLiteral("暂不支持该支付方式，请使用微信支付"));
     const QJsonObject params = exchange.store().database().write([&](SQLite::Database &db) {
         const Order order = Orders::requireOwn(db, session.accountId, orderId);
         if (order.state != Orders::kInCheckout)

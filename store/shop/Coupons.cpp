@@ -64,9 +64,9 @@ OrderLineItem attach(SQLite::Database &db, const Order &order, const QString &co
 {
     requireOpen(order);
     const auto coupon = byCode(db, code);
+    // Another account's code reads as unknown: whether it exists is none of this user's business.
     if (!coupon || (coupon->accountId > 0 && coupon->accountId != order.accountId))
-        throw ApiError::fail(QStringLiteral("code"), QStringLiteral("请输入有效的"),
-                             QStringLiteral("优惠码"));
+        throw ApiError::error(422, QStringLiteral("该优惠码无效，请核对后重新输入"));
     if (coupon->usedAt > 0)
         throw ApiError::error(409, QStringLiteral("该优惠码已被使用"));
     if (coupon->expiresAt <= now)

@@ -276,11 +276,14 @@ private slots:
                              << "success"
                              << "";
         QTest::newRow("unknown") << "NOPE"
-                                 << "fail"
-                                 << "请输入有效的优惠码";
+                                 << "error"
+                                 << "该优惠码无效，请核对后重新输入";
         QTest::newRow("another user's") << "MAIL15"
-                                        << "fail"
-                                        << "请输入有效的优惠码";
+                                        << "error"
+                                        << "该优惠码无效，请核对后重新输入";
+        QTest::newRow("empty") << ""
+                               << "fail"
+                               << "请输入优惠码";
         QTest::newRow("under minimum") << "PHONE30"
                                        << "error"
                                        << "订单满150元才能使用该优惠码";
@@ -288,8 +291,8 @@ private slots:
                               << "error"
                               << "该优惠码已被使用";
         QTest::newRow("sql") << "' OR 1=1 --"
-                             << "fail"
-                             << "请输入有效的优惠码";
+                             << "error"
+                             << "该优惠码无效，请核对后重新输入";
     }
     void couponRules()
     {
@@ -475,6 +478,18 @@ private slots:
                                             withToken ? m_phone->withToken(form) : form);
         QCOMPARE(answer.status, status);
         QVERIFY(!answer.ok());
+    }
+
+    // Not a form mistake of the customer's: one sentence to show as it stands.
+    void unsupportedPaymentMethodIsAnError()
+    {
+        const QString own = QString::number(orderIdOf(oneKeyOrder(*m_phone, buyableGame(1, 1000))));
+        const Answer answer = m_phone->post(
+                QStringLiteral("/orders/pay.json"),
+                m_phone->withToken({{QStringLiteral("payment_method"), QStringLiteral("alipay")},
+                                    {QStringLiteral("order_id"), own}}));
+        QCOMPARE(answer.envelopeStatus(), QStringLiteral("error"));
+        QCOMPARE(answer.message(), QStringLiteral("暂不支持该支付方式，请使用微信支付"));
     }
 
     void anotherUsersOrderStaysInvisibleAndUnchanged()

@@ -1,0 +1,402 @@
+#include "InProcessStore.h"
+#include "QuickTestItems.h"
+#include "TestEnvironment.h"
+
+#include "app/AppDelegate.h"
+#include "app/AppLaunch.h"
+#include "app/WindowSnapshot.h"
+#include "platform/kits/WeChatPayPrompt.h"
+#include "platform/ui/Hud.h"
+#include "platform/ui/NavigationController.h"
+#include "platform/ui/TabBarController.h"
+#include "platform/ui/TextField.h"
+#include "platform/ui/Window.h"
+#include "screens/purchase/BuySuccessViewController.h"
+#include "screens/purchase/ConfirmOrderViewController.h"
+#include "screens/purchase/MyGamesViewController.h"
+#include "screens/purchase/TabThreeViewController.h"
+#include "screens/store/GoodsDetailViewController.h"
+#include "screens/store/LibraryViewController.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <QDir>
+#include <QJsonDocument>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QProcess>
+#include <QQmlApplicationEngine>
+#include <QQmlExtensionPlugin>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QUrlQuery>
+
+Q_IMPORT_QML_PLUGIN(TarvelPlugin)
+
+using tarvel::test::findNamed;
+using tarvel::test::findText;
+
+namespace {
+
+int freePort()
+{
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost, 0);
+    return probe.serverPort();
+}
+
+QVariant storeData(QNetworkAccessManager &network, QNetworkReply *reply)
+{
+    QSignalSpy finished(reply, &QNetworkReply::finished);
+    if (!reply->isFinished())
+        finished.wait(10000);
+    const QVariant data
+            = QJsonDocument::fromJson(reply->readAll()).toVariant().toMap().value("data");
+    reply->deleteLater();
+    Q_UNUSED(network)
+    return data;
+}
+
+// Every table's rows as text, by table, in row order.
+using Tables = QMap<QString, QStringList>;
+
+Tables readTables(const QString &path)
+{
+    SQLite::Database db(path.toStdString(), SQLite::OPEN_READONLY);
+    Tables tables;
+    SQLite::Statement names(db, "SELECT name FROM sqlite_master WHERE type = 'table' "
+                                "AND name NOT LIKE 'sqlite_%'");
+    while (names.executeStep()) {
+        const std::string table = names.getColumn(0).getString();
+        SQLite::Statement rows(db, "SELECT * FROM \"" + table + "\" ORDER BY rowid");
+        QStringList lines;
+        while (rows.executeStep()) {
+            QStringList values;
+            for (int column = 0; column < rows.getColumnCount(); ++column)
+                values.append(QString::fromStdString(rows.getColumn(column).getString()));
+            lines.append(values.join(QLatin1Char('|')));
+        }
+        tables.insert(QString::fromStdString(table), lines);
+    }
+    return tables;
+}
+
+QStringList added(const QStringList &before, const QStringList &after)
+{
+    QStringList rows;
+    for (const QString &row : after) {
+        if (!before.contains(row))
+            rows.append(row);
+    }
+    return rows;
+}
+
+} // namespace
+
+// A purchase as a customer makes it, against tarvel-store as its own process and the app started
+// as main() starts it: sign in from the cart tab, tick a line, delete the other, order with
+// WELCOME10 (attached, detached, attached again), pay in the WeChat sandbox, see the result, find
+// the game under "我的游戏", then buy a second game with "立即购买" from its page. Afterwards the
+// database holds both orders as completed and the coupon as used, and nothing else has changed.
+class TestPurchaseFlow : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_storeFolder;
+    QProcess m_storeProcess;
+    QString m_baseUrl;
+    QString m_databasePath;
+    std::unique_ptr<QQmlApplicationEngine> m_engine;
+    QQuickWindow *m_window = nullptr;
+    QNetworkAccessManager m_network;
+
+    QQuickItem *root() const { return m_window->contentItem(); }
+
+    // The item, once it shows inside the window (sheets slide in from below).
+    QQuickItem *waitNamed(const QString &name, int timeoutMs = 15000)
+    {
+        QQuickItem *found = nullptr;
+        const QRectF screen(0, 0, m_window->width(), m_window->height());
+        if (!QTest::qWaitFor(
+                    [&] {
+                        found = findNamed(root(), name);
+                        return found
+                               && screen.contains(found->mapToScene(
+                                       QPointF(found->width() / 2, found->height() / 2)));
+                    },
+                    timeoutMs))
+            qWarning() << "no item named" << name << "on screen";
+        return found;
+    }
+
+    bool click(QQuickItem *item) { return tarvel::test::tapWhenStill(m_window, item); }
+
+    // What typing into a field leaves: the text in the field's state (the on-screen keyboard is
+    // the platform's).
+    bool fill(QQuickItem *field, const QString &text)
+    {
+        auto *state = field ? field->property("state").value<platform::TextField *>() : nullptr;
+        if (!state)
+            return false;
+        state->setText(text);
+        return true;
+    }
+
+    void snapshot(const QString &name)
+    {
+        QTest::qWait(450);
+        QVERIFY(WindowSnapshot::save(
+                m_window, QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name)));
+    }
+
+    platform::TabBarController *tabs() const
+    {
+        return qobject_cast<platform::TabBarController *>(
+                AppDelegate::shared()->window()->rootViewController());
+    }
+    platform::NavigationController *stack(int tab) const
+    {
+        return tabs() ? qobject_cast<platform::NavigationController *>(
+                       tabs()->viewControllerAt(tab))
+                      : nullptr;
+    }
+    platform::ViewController *top(int tab) const
+    {
+        platform::NavigationController *navigation = stack(tab);
+        return navigation ? navigation->topViewController() : nullptr;
+    }
+
+    bool waitHud(const QString &text)
+    {
+        return QTest::qWaitFor([text] { return platform::Hud::shared().history().contains(text); },
+                               20000);
+    }
+
+    // Pays what the order screen on top of `tab` shows, in the sandbox sheet, and waits for the
+    // purchase result.
+    BuySuccessViewController *payAndConfirm(int tab)
+    {
+        if (!click(waitNamed(QStringLiteral("confirmPayButton"))))
+            return nullptr;
+        QQuickItem *confirm = waitNamed(QStringLiteral("weChatPayConfirm"));
+        if (!QTest::qWaitFor([] { return platform::WeChatPayPrompt::shared().canConfirm(); }, 15000)
+            || !click(confirm))
+            return nullptr;
+        BuySuccessViewController *result = nullptr;
+        if (!QTest::qWaitFor(
+                    [&] {
+                        return (result = qobject_cast<BuySuccessViewController *>(top(tab)))
+                               != nullptr;
+                    },
+                    20000))
+            return nullptr;
+        return result;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_storeFolder.isValid());
+        const int port = freePort();
+        m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
+        m_databasePath = m_storeFolder.filePath(QStringLiteral("store.sqlite"));
+        m_storeProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_storeProcess.start(tarvel::test::InProcessStore::executablePath(),
+                             {QStringLiteral("--port"), QString::number(port),
+                              QStringLiteral("--db"), m_databasePath, QStringLiteral("--quiet")});
+        QVERIFY(m_storeProcess.waitForStarted(10000));
+        QVERIFY(QTest::qWaitFor(
+                [this] {
+                    return storeData(m_network, m_network.get(QNetworkRequest(
+                                                        QUrl(m_baseUrl + "/store.json"))))
+                            .isValid();
+                },
+                30000));
+        qputenv("TARVEL_API_BASE_URL", m_baseUrl.toUtf8());
+        platform::Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
+    }
+
+    void cleanupTestCase()
+    {
+        m_engine.reset();
+        m_storeProcess.terminate();
+        if (!m_storeProcess.waitForFinished(10000))
+            m_storeProcess.kill();
+    }
+
+    void buyFromTheCartAndWithBuyNow()
+    {
+        const Tables before = readTables(m_databasePath);
+        m_engine = std::make_unique<QQmlApplicationEngine>();
+        m_window = AppLaunch::launch(*qGuiApp, *m_engine);
+        QVERIFY(m_window);
+        QVERIFY(QTest::qWaitForWindowExposed(m_window));
+
+        // The cart tab asks for a sign-in first.
+        QVERIFY(click(waitNamed(QStringLiteral("tabButton1"))));
+        QVERIFY(fill(waitNamed(QStringLiteral("fieldUser")), QStringLiteral("13800138000")));
+        QVERIFY(fill(waitNamed(QStringLiteral("fieldPassword")), QStringLiteral("tarvel2024")));
+        QVERIFY(click(waitNamed(QStringLiteral("buttonLogin"))));
+        QVERIFY(QTest::qWaitFor([this] { return tabs()->selectedIndex() == 1; }, 20000));
+        auto *cart = qobject_cast<TabThreeViewController *>(top(1));
+        QVERIFY(cart);
+        QVERIFY(QTest::qWaitFor([cart] { return cart->cells().size() == 2; }, 20000));
+        QTRY_COMPARE(AppDelegate::shared()->labelRedDot()->text(), QStringLiteral("2"));
+        QVERIFY(waitNamed(QStringLiteral("cartBadge")));
+        snapshot(QStringLiteral("purchaseflow_1_cart.png"));
+
+        // Tick the first line, slide the second open and delete it.
+        const QString boughtFromCart = cart->arraySource().at(0).id;
+        const QString deleted = cart->arraySource().at(1).id;
+        QVERIFY(click(waitNamed(QStringLiteral("cartCell0"))));
+        QTRY_COMPARE(cart->arraySelect().first(), QStringLiteral("1"));
+        QQuickItem *second = waitNamed(QStringLiteral("cartCell1"));
+        const QPoint start
+                = second->mapToScene(QPointF(second->width() * 0.7, second->height() / 2))
+                          .toPoint();
+        QTest::mousePress(m_window, Qt::LeftButton, {}, start);
+        for (int step = 1; step <= 6; ++step)
+            QTest::mouseMove(m_window, start - QPoint(step * 10, 0), 16);
+        QTest::mouseRelease(m_window, Qt::LeftButton, {}, start - QPoint(60, 0), 16);
+        QTRY_COMPARE(cart->cells().at(1)->contentX(), -40.0);
+        QVERIFY(click(tarvel::test::findNamed(second, QStringLiteral("cartDeleteButton"))));
+        QVERIFY(QTest::qWaitFor([cart] { return cart->cells().size() == 1; }, 20000));
+        QTRY_COMPARE(AppDelegate::shared()->labelRedDot()->text(), QStringLiteral("1"));
+        QCOMPARE(cart->arraySelect(), QStringList{QStringLiteral("1")});
+
+        // Submit: the order screen with its amounts.
+        QVERIFY(click(waitNamed(QStringLiteral("cartSubmit"))));
+        ConfirmOrderViewController *order = nullptr;
+        QVERIFY(QTest::qWaitFor(
+                [&] {
+                    order = qobject_cast<ConfirmOrderViewController *>(top(1));
+                    return order && order->isOrderLoaded();
+                },
+                20000));
+        QCOMPARE(order->gamesID(), QStringList{boughtFromCart});
+        const QString subtotal = order->sourceModel().order_subtotal;
+
+        // WELCOME10: attached, detached, attached again.
+        for (const QString &step :
+             {QStringLiteral("使用成功"), QStringLiteral("取消成功"), QStringLiteral("使用成功")}) {
+            platform::Hud::shared().clearHistory();
+            if (step == QStringLiteral("使用成功")) {
+                QVERIFY(fill(waitNamed(QStringLiteral("confirmCouponField")),
+                             QStringLiteral("WELCOME10")));
+                QVERIFY(click(waitNamed(QStringLiteral("confirmCouponSure"))));
+            } else {
+                QVERIFY(click(waitNamed(QStringLiteral("confirmCouponCancel"))));
+            }
+            QVERIFY2(waitHud(step), qPrintable(platform::Hud::shared().history().join('|')));
+        }
+        QCOMPARE(order->footerView()->labelCouponPrice()->text(), QStringLiteral("-¥10"));
+        const QString paid = order->modelCoupon()->subtotal;
+        QCOMPARE(paid.toDouble(), subtotal.toDouble() - 10);
+        snapshot(QStringLiteral("purchaseflow_2_order.png"));
+
+        // Pay, confirm in the sandbox: "购买成功" with the amount.
+        BuySuccessViewController *result = payAndConfirm(1);
+        QVERIFY(result);
+        QVERIFY(waitNamed(QStringLiteral("buySuccessCell0")));
+        QVERIFY(findText(root(), QStringLiteral("订单金额:¥") + paid));
+        QCOMPARE(result->title(), QStringLiteral("购买成功"));
+        snapshot(QStringLiteral("purchaseflow_3_result.png"));
+        const QString firstOrder = result->sourceModel().value("id").toString();
+
+        // "继续购物": the cart's root, now empty.
+        QVERIFY(click(waitNamed(QStringLiteral("buySuccessContinue"))));
+        QTRY_COMPARE(stack(1)->depth(), 1);
+        QVERIFY(QTest::qWaitFor([cart] { return !cart->isEmptyViewHidden(); }, 20000));
+
+        // "我的游戏" from the library: the bought game is there.
+        stack(1)->pushViewController(new LibraryViewController, true);
+        QVERIFY(click(waitNamed(QStringLiteral("libraryRow1"))));
+        MyGamesViewController *games = nullptr;
+        QVERIFY(QTest::qWaitFor(
+                [&] {
+                    games = qobject_cast<MyGamesViewController *>(top(1));
+                    return games && !games->arraySource().isEmpty()
+                           && !games->refreshHeader()->isRefreshing();
+                },
+                20000));
+        QStringList owned;
+        for (const Object_MyGameList &game : games->arraySource())
+            owned.append(game.gameId);
+        QVERIFY(owned.contains(boughtFromCart));
+        snapshot(QStringLiteral("purchaseflow_4_my_games.png"));
+
+        // A second game with "立即购买" from its page, opened from the home tab.
+        QString secondGame;
+        const QVariantList home
+                = storeData(m_network, m_network.get(QNetworkRequest(QUrl(
+                                               m_baseUrl + "/products.json?type=latest&page=1"))))
+                          .toList();
+        for (const QVariant &entry : home) {
+            const QString id = entry.toMap().value("id").toString();
+            if (!owned.contains(id) && id != deleted && id != boughtFromCart) {
+                secondGame = id;
+                break;
+            }
+        }
+        QVERIFY(!secondGame.isEmpty());
+        stack(1)->popToRootViewController(true); // back out of the library to the cart
+        QVERIFY(click(waitNamed(QStringLiteral("tabButton0"))));
+        QTRY_COMPARE(tabs()->selectedIndex(), 0);
+        auto *page = new GoodsDetailViewController;
+        page->setGameId(secondGame);
+        stack(0)->pushViewController(page, true);
+        QVERIFY(QTest::qWaitFor([page] { return page->isLoaded(); }, 20000));
+        QVERIFY(click(waitNamed(QStringLiteral("buyNowButton"))));
+        ConfirmOrderViewController *oneKey = nullptr;
+        QVERIFY(QTest::qWaitFor(
+                [&] {
+                    oneKey = qobject_cast<ConfirmOrderViewController *>(top(0));
+                    return oneKey && oneKey->isOrderLoaded();
+                },
+                20000));
+        QCOMPARE(oneKey->type(), 1);
+        BuySuccessViewController *secondResult = payAndConfirm(0);
+        QVERIFY(secondResult);
+        const QString secondOrder = secondResult->sourceModel().value("id").toString();
+        snapshot(QStringLiteral("purchaseflow_5_second_result.png"));
+
+        // The database: both orders completed, the coupon used, nothing else changed.
+        m_engine.reset();
+        m_window = nullptr;
+        const Tables after = readTables(m_databasePath);
+        QStringList changed;
+        for (auto it = after.cbegin(); it != after.cend(); ++it) {
+            if (before.value(it.key()) != it.value())
+                changed.append(it.key());
+        }
+        const QStringList expected{"cart_items", "coupons",     "order_games", "order_line_items",
+                                   "orders",     "owned_games", "prepays",     "sessions"};
+        for (const QString &table : changed) {
+            QVERIFY2(expected.contains(table) || table == QLatin1String("push_clients")
+                             || table == QLatin1String("accounts"),
+                     qPrintable(table));
+        }
+        const QStringList newOrders = added(before.value("orders"), after.value("orders"));
+        QCOMPARE(newOrders.size(), 2);
+        for (const QString &row : newOrders) {
+            QVERIFY2(row.contains(QLatin1String("|completed|")), qPrintable(row));
+            const QString id = row.section(QLatin1Char('|'), 0, 0);
+            QVERIFY(id == firstOrder || id == secondOrder);
+        }
+        QCOMPARE(added(after.value("orders"), before.value("orders")), QStringList());
+        const QStringList couponsChanged = added(before.value("coupons"), after.value("coupons"));
+        QCOMPARE(couponsChanged.size(), 1);
+        QVERIFY(couponsChanged.first().contains(QLatin1String("WELCOME10")));
+        QCOMPARE(added(after.value("owned_games"), before.value("owned_games")), QStringList());
+        QCOMPARE(added(before.value("owned_games"), after.value("owned_games")).size(), 2);
+        QCOMPARE(added(before.value("cart_items"), after.value("cart_items")), QStringList());
+        QCOMPARE(added(after.value("cart_items"), before.value("cart_items")).size(), 2);
+    }
+};
+
+TARVEL_TEST_MAIN(TestPurchaseFlow)
+#include "tst_purchaseflow.moc"
