@@ -55,8 +55,6 @@ QtObject {
     readonly property color lineOnDark: Qt.rgba(1, 1, 1, 0.45)
     readonly property color hudBackground: Qt.rgba(0, 0, 0, 0.78)
     readonly property color mask: Qt.rgba(0, 0, 0, 0.4)
-    readonly property color lineOnDark: Qt.rgba(1, 1, 1, 0.45)
-    readonly property color selectionOnDark: Qt.rgba(1, 1, 1, 0.35)
 
     // Type
     readonly property string fontFamily: "Noto Sans CJK SC"

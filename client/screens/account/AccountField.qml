@@ -24,7 +24,7 @@ Item {
         state: row.state
         color: Theme.textOnDark
         placeholderTextColor: Theme.textOnDarkSecondary
-        selectionColor: Theme.selectionOnDark
+        selectionColor: Theme.textOnDarkSelection
         font.pixelSize: Theme.fontBody
         background: Item {}
     }

@@ -12,7 +12,7 @@ BoundButton {
     implicitHeight: 36
     background: Rectangle {
         radius: Theme.radiusSmall
-        color: Theme.selectionOnDark
+        color: Theme.textOnDarkSelection
         border.color: Theme.lineOnDark
         border.width: Theme.hairlineWidth
         clip: true
