@@ -265,7 +265,8 @@ private slots:
         GoodsDetailViewController *detail = openShown(QStringLiteral("34"));
         QVERIFY(detail);
         detail->rightBarItem()->tap();
-        // The click waits for the sheet to stop sliding.
+        QVERIFY(waitNamed(QStringLiteral("shareTarget5001")));
+        QVERIFY(tarvel::test::waitForStillScene(m_window.get())); // the sheet has slid in
         click(waitNamed(QStringLiteral("shareTarget5001")));
         QTRY_VERIFY(platform::ShareQrPrompt::shared().isShown());
         QVERIFY(!detail->shareView()->isShown());
