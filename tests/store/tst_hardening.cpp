@@ -23,6 +23,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <mutex>
 #include <thread>
 
 using namespace tarvel::test;
@@ -429,6 +430,8 @@ private slots:
         InProcessStore store;
         std::atomic<int> wrong{0};
         std::atomic<int> locked{0};
+        std::mutex othersMutex;
+        QStringList others; // anything else, for the failure message
         std::vector<std::thread> guesses;
         for (int i = 0; i < 20; ++i) {
             guesses.emplace_back([&, i] {
@@ -438,16 +441,21 @@ private slots:
                         "/sign_in.json",
                         httplib::Params{{"account[login_name]", StoreSeed::kDemoPhone},
                                         {"account[password]", "guess-" + std::to_string(i)}});
-                if (!answer)
-                    return;
-                if (answer->body.find("\"code\":601") != std::string::npos)
+                if (answer && answer->body.find("\"code\":601") != std::string::npos) {
                     ++locked;
-                else if (answer->status == 401)
+                } else if (answer && answer->status == 401) {
                     ++wrong;
+                } else {
+                    std::lock_guard lock(othersMutex);
+                    others.append(
+                            answer ? QString::fromStdString(answer->body)
+                                   : QString::fromStdString(httplib::to_string(answer.error())));
+                }
             });
         }
         for (std::thread &guess : guesses)
             guess.join();
+        QVERIFY2(others.isEmpty(), qPrintable(others.join(QLatin1Char('|'))));
         QCOMPARE(wrong.load() + locked.load(), 20);
         QCOMPARE(wrong.load(), 4); // the fifth wrong password locks and says so
         QCOMPARE(scalar(store.databasePath(),

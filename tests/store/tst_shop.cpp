@@ -353,13 +353,13 @@ private slots:
                                            .arg(orderId)
                                            .arg(second.object().value("line_item_id").toInteger());
         // a real DELETE carries the token in its body too
-        QCOMPARE(m_phone->send("DELETE", secondPath + QStringLiteral("?authenticity_token=")
-                                                 + m_phone->token(),
+        QCOMPARE(m_phone->send("DELETE",
+                               secondPath + QStringLiteral("?authenticity_token=")
+                                       + m_phone->token(),
                                {}, {})
                          .status,
                  403);
-        QVERIFY(m_phone->send("DELETE", secondPath,
-                              StoreClient::encode(m_phone->withToken({})),
+        QVERIFY(m_phone->send("DELETE", secondPath, StoreClient::encode(m_phone->withToken({})),
                               "application/x-www-form-urlencoded")
                         .ok());
     }
