@@ -1,27 +1,17 @@
 #include "app/Q9FatherViewController.h"
 
 #include "app/ICTabBarController.h"
+#include "app/ScreenLook.h"
 #include "platform/ui/BarButtonItem.h"
 
 #include <QTimer>
 
-namespace {
-
-// The shared look every screen starts with.
-const QColor DefaultBackgroundColor(210, 210, 210);
-const QColor DefaultNavTitleColor(Qt::white);
-constexpr int DefaultNavTitleFontSize = 16;
-const QColor DefaultNavBarColor(60, 102, 183);
-const QColor DefaultItemTitleColor(110, 185, 43);
-
-} // namespace
-
 Q9FatherViewController::Q9FatherViewController(QObject *parent)
     : platform::ViewController(parent)
-    , m_backgroundColor(DefaultBackgroundColor)
-    , m_navTitleColor(DefaultNavTitleColor)
-    , m_navTitleFontSize(DefaultNavTitleFontSize)
-    , m_navBarColor(DefaultNavBarColor)
+    , m_backgroundColor(ScreenLook::defaultBackgroundColor())
+    , m_navTitleColor(ScreenLook::defaultNavTitleColor())
+    , m_navTitleFontSize(ScreenLook::DefaultNavTitleFontSize)
+    , m_navBarColor(ScreenLook::defaultNavBarColor())
 {
     setHidesBottomBarWhenPushed(true);
     connect(leftBarItem(), &platform::BarButtonItem::triggered, this,
@@ -33,10 +23,11 @@ Q9FatherViewController::Q9FatherViewController(QObject *parent)
 void Q9FatherViewController::viewDidLoad()
 {
     platform::ViewController::viewDidLoad();
-    setBackgroundColor(DefaultBackgroundColor);
+    setBackgroundColor(ScreenLook::defaultBackgroundColor());
     setNavTitleWithString(QString());
-    setNavTitleAttributesWithTextColor(DefaultNavTitleColor, DefaultNavTitleFontSize);
-    setNavBarBackgroundColor(DefaultNavBarColor);
+    setNavTitleAttributesWithTextColor(ScreenLook::defaultNavTitleColor(),
+                                       ScreenLook::DefaultNavTitleFontSize);
+    setNavBarBackgroundColor(ScreenLook::defaultNavBarColor());
     setNavLeftDefaultItemWithImageIcon(QStringLiteral("navLeftImageIcon"), QString());
     setNavRightDefaultItemWithImageIcon(QStringLiteral("navRightImageIcon"), QString());
     // After the subclass's own view-load code has run.
@@ -84,14 +75,14 @@ void Q9FatherViewController::setNavLeftDefaultItemWithImageIcon(const QString &i
                                                                 const QString &title)
 {
     leftBarItem()->configure(imageName, title);
-    leftBarItem()->setTitleColor(DefaultItemTitleColor);
+    leftBarItem()->setTitleColor(ScreenLook::defaultItemTitleColor());
 }
 
 void Q9FatherViewController::setNavRightDefaultItemWithImageIcon(const QString &imageName,
                                                                  const QString &title)
 {
     rightBarItem()->configure(imageName, title);
-    rightBarItem()->setTitleColor(DefaultItemTitleColor);
+    rightBarItem()->setTitleColor(ScreenLook::defaultItemTitleColor());
 }
 
 void Q9FatherViewController::hideTabBar(bool hidden)

@@ -1,20 +1,21 @@
 pragma Singleton
 import QtQuick
+import Tarvel
 
 // The app's whole look: colours, type scale, spacing, radii and bar heights.
 // Views use these names only. Where a controller sets a look as part of its behaviour
 // (the screen base's bar colour, title font and background), the view binds that property instead.
 QtObject {
     // Brand and bars
-    readonly property color navigationBar: Qt.rgba(60 / 255, 102 / 255, 183 / 255, 1)
+    readonly property color navigationBar: ScreenLook.navBarColor
     readonly property color navigationBarDark: Qt.rgba(42 / 255, 72 / 255, 140 / 255, 1)
     readonly property color navigationBarDeep: "#1d3566"
-    readonly property color navigationTitle: "white"
+    readonly property color navigationTitle: ScreenLook.navTitleColor
 
     // Surfaces
     readonly property color background: "#efeff4"
     // Pages of controllers that are not screens (screens paint their base's background).
-    readonly property color pageBackground: Qt.rgba(210 / 255, 210 / 255, 210 / 255, 1)
+    readonly property color pageBackground: ScreenLook.backgroundColor
     readonly property color listBackground: "#f2f2f5"
     readonly property color cardBackground: "white"
     readonly property color rowPressed: "#f4f4f6"

@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "TestEnvironment.h"
 #include "tst_purchase_support.h"
@@ -87,7 +88,7 @@ private slots:
         m_server.clearRequests();
         scriptCart(threeLines());
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
     }
 
     void linesShowPricesAndBadges_data()
@@ -256,7 +257,7 @@ private slots:
         for (int row : ticked)
             cart->didSelectRowAtIndex(row);
         const QString gameId = cart->arraySource().at(deleteRow).id;
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
 
         cart->cells().at(deleteRow)->clickDelete();
         QTRY_COMPARE(cart->cells().size(), 2);
@@ -264,8 +265,8 @@ private slots:
         QCOMPARE(m_server.lastRequest().formValue(QStringLiteral("game_ids")), gameId);
         QCOMPARE(m_server.lastRequest().formValue(QStringLiteral("authenticity_token")),
                  QStringLiteral("token"));
-        QCOMPARE(Hud::shared().records().first(),
-                 (Hud::Record{Hud::Progress, QStringLiteral("正在删除..."), true}));
+        QCOMPARE(HudRecorder::shared().records().first(),
+                 (HudRecorder::Record{Hud::Progress, QStringLiteral("正在删除..."), true}));
         QVERIFY(!Hud::shared().isVisible());
         QCOMPARE(totalText(cart), total);
         QCOMPARE(cart->arraySource().size(), cart->arraySelect().size());
@@ -308,11 +309,11 @@ private slots:
         for (int row : ticked)
             cart->didSelectRowAtIndex(row);
         m_server.clearRequests();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         QVERIFY(cart->bottomView()->buttonClearing()->tap());
         if (gameIds.isEmpty()) {
-            QCOMPARE(Hud::shared().records(),
-                     (QList<Hud::Record>{{Hud::Error, QStringLiteral("未选择游戏"), false}}));
+            QCOMPARE(HudRecorder::shared().records(),
+                     (QList<HudRecorder::Record>{{Hud::Error, QStringLiteral("未选择游戏"), false}}));
             QCOMPARE(harness.top(), cart);
             QCoreApplication::processEvents();
             QCOMPARE(m_server.requestCount(), 0);

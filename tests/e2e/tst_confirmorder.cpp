@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "TestEnvironment.h"
 #include "tst_kits_support.h"
@@ -78,12 +79,12 @@ private:
     ConfirmOrderViewController *openStoreOrder(StackHarness &harness, double minimum = 0)
     {
         for (; m_nextGame < 80; ++m_nextGame) {
-            Hud::shared().clearHistory();
+            HudRecorder::shared().clear();
             auto *order = new ConfirmOrderViewController({QString::number(m_nextGame)},
                                                          ConfirmOrderViewController::BuyDirectly);
             harness.push(order);
             const bool settled = QTest::qWaitFor([order] {
-                const QStringList history = Hud::shared().history();
+                const QStringList history = HudRecorder::shared().history();
                 return order->isOrderLoaded()
                        || (!history.isEmpty() && Hud::shared().kind() == Hud::Error);
             });
@@ -93,7 +94,7 @@ private:
                 if (!QTest::qWaitFor(
                             [] { return Hud::shared().text() == QStringLiteral("订单获取成功"); }))
                     return nullptr;
-                Hud::shared().clearHistory();
+                HudRecorder::shared().clear();
                 return order;
             }
             harness.navigation->popViewController(false);
@@ -105,7 +106,7 @@ private:
     static bool settled()
     {
         return QTest::qWaitFor([] {
-            return !Hud::shared().history().isEmpty() && Hud::shared().kind() != Hud::Progress;
+            return !HudRecorder::shared().history().isEmpty() && Hud::shared().kind() != Hud::Progress;
         });
     }
 
@@ -134,7 +135,7 @@ private slots:
         signInLocally();
         m_server.clearRequests();
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         LogRecorder::clear();
         ShareSDK::setUserInfoProvider({});
     }
@@ -190,7 +191,7 @@ private slots:
             QVERIFY(screen->isViewLoaded());
             QCoreApplication::processEvents(); // the deferred load step runs
             QCOMPARE(m_server.requestCount(), 0);
-            QVERIFY(Hud::shared().history().isEmpty());
+            QVERIFY(HudRecorder::shared().history().isEmpty());
             return;
         }
         QVERIFY(waitForLastHud(QStringLiteral("订单获取成功")));
@@ -213,12 +214,12 @@ private slots:
             QCOMPARE(m_server.requests().first().formValue(QStringLiteral("game_id")), ids.first());
         }
         QCOMPARE(storedCartNum(), cartNum);
-        QList<Hud::Record> expected;
+        QList<HudRecorder::Record> expected;
         if (!createPath.isEmpty())
             expected.append({Hud::Progress, QStringLiteral("生成订单..."), true});
         expected.append({Hud::Progress, QStringLiteral("获取订单..."), true});
         expected.append({Hud::Success, QStringLiteral("订单获取成功"), false});
-        QCOMPARE(Hud::shared().records(), expected);
+        QCOMPARE(HudRecorder::shared().records(), expected);
         const QList<QVariantMap> rows = screen->tableMain()->rows();
         QCOMPARE(rows.size(), 2);
         QCOMPARE(rows.at(1).value("name").toString(), QStringLiteral("风暴猎人"));
@@ -294,11 +295,11 @@ private slots:
         harness.push(order);
         QVERIFY(waitForLastHud(QStringLiteral("订单获取成功")));
         m_server.clearRequests();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         platform::Button *tapped
                 = button == 3 ? footer(order)->buttonSure() : footer(order)->buttonCancel();
         QVERIFY(tapped->tap());
-        QCOMPARE(Hud::shared().records(), (QList<Hud::Record>{{Hud::Error, text, false}}));
+        QCOMPARE(HudRecorder::shared().records(), (QList<HudRecorder::Record>{{Hud::Error, text, false}}));
         QCoreApplication::processEvents();
         QCOMPARE(m_server.requestCount(), 0);
         QCOMPARE(footer(order)->labelCouponPrice()->text(), QStringLiteral("-¥0"));
@@ -375,8 +376,8 @@ private slots:
         footer(order)->fieldCoupon()->setText(code);
         QVERIFY(footer(order)->buttonSure()->tap());
         QVERIFY(settled());
-        QCOMPARE(Hud::shared().records(),
-                 (QList<Hud::Record>{{Hud::Progress, QStringLiteral("使用优惠码..."), true},
+        QCOMPARE(HudRecorder::shared().records(),
+                 (QList<HudRecorder::Record>{{Hud::Progress, QStringLiteral("使用优惠码..."), true},
                                      {Hud::Error, text, false}}));
         QCOMPARE(footer(order)->labelGoodsPrice()->text(), goods);
         QCOMPARE(footer(order)->labelCouponPrice()->text(), QStringLiteral("-¥0"));
@@ -394,12 +395,12 @@ private slots:
         const QString subtotal = order->sourceModel().order_subtotal;
         const double total = subtotal.toDouble();
         for (int round = 0; round < 2; ++round) {
-            Hud::shared().clearHistory();
+            HudRecorder::shared().clear();
             footer(order)->fieldCoupon()->setText(QStringLiteral("WELCOME10"));
             QVERIFY(footer(order)->buttonSure()->tap());
             QVERIFY(waitForLastHud(QStringLiteral("使用成功")));
-            QCOMPARE(Hud::shared().records().first(),
-                     (Hud::Record{Hud::Progress, QStringLiteral("使用优惠码..."), true}));
+            QCOMPARE(HudRecorder::shared().records().first(),
+                     (HudRecorder::Record{Hud::Progress, QStringLiteral("使用优惠码..."), true}));
             QCOMPARE(footer(order)->labelGoodsPrice()->text(), QString::asprintf("¥%.1f", total));
             QCOMPARE(footer(order)->labelCouponPrice()->text(), QStringLiteral("-¥10"));
             QCOMPARE(order->viewPay()->labelPrice()->text(),
@@ -408,11 +409,11 @@ private slots:
             QCOMPARE(footer(order)->getCouponCode(), QStringLiteral("WELCOME10"));
             QVERIFY(!footer(order)->fieldCoupon()->isEnabled());
 
-            Hud::shared().clearHistory();
+            HudRecorder::shared().clear();
             QVERIFY(footer(order)->buttonCancel()->tap());
             QVERIFY(waitForLastHud(QStringLiteral("取消成功")));
-            QCOMPARE(Hud::shared().records().first(),
-                     (Hud::Record{Hud::Progress, QStringLiteral("正在取消..."), true}));
+            QCOMPARE(HudRecorder::shared().records().first(),
+                     (HudRecorder::Record{Hud::Progress, QStringLiteral("正在取消..."), true}));
             QCOMPARE(footer(order)->labelGoodsPrice()->text(), QStringLiteral("¥") + subtotal);
             QCOMPARE(footer(order)->labelCouponPrice()->text(), QStringLiteral("-¥0"));
             QCOMPARE(order->viewPay()->labelPrice()->text(), QStringLiteral("¥") + subtotal);
@@ -436,7 +437,7 @@ private slots:
         QVERIFY(waitForLastHud(QStringLiteral("使用成功")));
         harness.navigation->popViewController(false);
 
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         auto *again = new ConfirmOrderViewController({orderId}, 2);
         harness.push(again);
         QVERIFY(waitForLastHud(QStringLiteral("订单获取成功")));
@@ -499,7 +500,7 @@ private slots:
             prompt.dismiss();
         QVERIFY(waitForLastHud(texts.last()));
         QCoreApplication::processEvents();
-        QCOMPARE(Hud::shared().history(), texts);
+        QCOMPARE(HudRecorder::shared().history(), texts);
 
         auto *result = qobject_cast<BuySuccessViewController *>(harness.top());
         QCOMPARE(result != nullptr, resultShown);
@@ -531,12 +532,12 @@ private slots:
         harness.push(order);
         QVERIFY(waitForLastHud(QStringLiteral("订单获取成功")));
         m_server.clearRequests();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         QVERIFY(order->viewPay()->buttonPay()->tap());
         QTRY_VERIFY(LogRecorder::infos().contains(QStringLiteral("20001")));
         QCOMPARE(m_server.requestCount(), 0);
         QVERIFY(!app()->isWeChatPay());
-        QVERIFY(Hud::shared().history().isEmpty());
+        QVERIFY(HudRecorder::shared().history().isEmpty());
     }
 
     void orderWithoutPaymentMethodsDoesNotPay()
@@ -571,7 +572,7 @@ private slots:
         harness.navigation->popViewController(false);
         QTRY_VERIFY(!watched);
         m_server.clearRequests();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         QVERIFY(app()->weChatBlock());
         app()->weChatBlock()(true);
         QCoreApplication::processEvents();

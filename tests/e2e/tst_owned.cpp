@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "TestEnvironment.h"
 #include "tst_purchase_support.h"
@@ -39,7 +40,7 @@ private slots:
     void init()
     {
         Hud::shared().dismiss();
-        Hud::shared().clearHistory();
+        HudRecorder::shared().clear();
         m_server.clearRequests();
     }
 
@@ -69,8 +70,8 @@ private slots:
         QCOMPARE(games->collectionMenu()->count(), owned.size());
         QCOMPARE(games->arraySource().last().gameId,
                  owned.last().toMap().value(QStringLiteral("gameId")).toString());
-        QCOMPARE(Hud::shared().records().first(),
-                 (Hud::Record{Hud::Progress, QStringLiteral("正在加载..."), false}));
+        QCOMPARE(HudRecorder::shared().records().first(),
+                 (HudRecorder::Record{Hud::Progress, QStringLiteral("正在加载..."), false}));
         QVERIFY(!Hud::shared().isVisible());
         const QString cover = games->collectionMenu()->rows().first().value("imageUrl").toString();
         QVERIFY2(cover.startsWith(m_store->baseUrl()) && cover.contains("?imageView2/2/w/"),
@@ -124,8 +125,8 @@ private slots:
             coupons->refreshHeader()->beginRefreshing();
         else
             coupons->refreshFooter()->beginRefreshing();
-        QCOMPARE(Hud::shared().records(),
-                 (QList<Hud::Record>{{Hud::Progress, QStringLiteral("加载中..."), false}}));
+        QCOMPARE(HudRecorder::shared().records(),
+                 (QList<HudRecorder::Record>{{Hud::Progress, QStringLiteral("加载中..."), false}}));
         QTRY_VERIFY(!Hud::shared().isVisible());
         QVERIFY(clock.elapsed() >= MyCouponViewController::RefreshMs - 50);
         QVERIFY(!coupons->refreshHeader()->isRefreshing());

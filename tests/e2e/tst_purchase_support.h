@@ -3,6 +3,7 @@
 // Shared by the purchase tests: a window with one navigation stack inside a tab bar, scripted
 // store answers, and waiting for the progress overlay.
 
+#include "HudRecorder.h"
 #include "tst_detailsupport.h"
 
 #include "ScriptedHttpServer.h"
@@ -69,7 +70,7 @@ inline bool waitForLastHud(const QString &text, int timeoutMs = 10000)
 {
     return QTest::qWaitFor(
             [text] {
-                const QStringList history = platform::Hud::shared().history();
+                const QStringList history = HudRecorder::shared().history();
                 return !history.isEmpty() && history.last() == text;
             },
             timeoutMs);

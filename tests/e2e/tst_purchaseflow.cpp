@@ -1,3 +1,4 @@
+#include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
 #include "TestEnvironment.h"
@@ -172,7 +173,7 @@ private:
 
     bool waitHud(const QString &text)
     {
-        return QTest::qWaitFor([text] { return platform::Hud::shared().history().contains(text); },
+        return QTest::qWaitFor([text] { return HudRecorder::shared().history().contains(text); },
                                20000);
     }
 
@@ -283,7 +284,7 @@ private slots:
         // WELCOME10: attached, detached, attached again.
         for (const QString &step :
              {QStringLiteral("使用成功"), QStringLiteral("取消成功"), QStringLiteral("使用成功")}) {
-            platform::Hud::shared().clearHistory();
+            HudRecorder::shared().clear();
             if (step == QStringLiteral("使用成功")) {
                 QVERIFY(fill(waitNamed(QStringLiteral("confirmCouponField")),
                              QStringLiteral("WELCOME10")));
@@ -291,7 +292,7 @@ private slots:
             } else {
                 QVERIFY(click(waitNamed(QStringLiteral("confirmCouponCancel"))));
             }
-            QVERIFY2(waitHud(step), qPrintable(platform::Hud::shared().history().join('|')));
+            QVERIFY2(waitHud(step), qPrintable(HudRecorder::shared().history().join('|')));
         }
         QCOMPARE(order->footerView()->labelCouponPrice()->text(), QStringLiteral("-¥10"));
         const QString paid = order->modelCoupon()->subtotal;

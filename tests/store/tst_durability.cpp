@@ -34,7 +34,8 @@ private:
     static int start(QProcess &process, const QStringList &arguments)
     {
         return tarvel::test::startStoreOnAnyPort(
-                process, arguments + QStringList{QStringLiteral("--quiet"), QStringLiteral("--sandbox")});
+                process,
+                arguments + QStringList{QStringLiteral("--quiet"), QStringLiteral("--sandbox")});
     }
 
     static std::pair<httplib::Headers, std::string>
@@ -215,11 +216,14 @@ private slots:
         std::vector<std::thread> buyers;
         for (int i = 0; i < 4; ++i)
             buyers.emplace_back(buyer, 60 + i);
-        // Until 60 orders are answered (or half a minute passes: the kill then comes anyway).
+        buyers.emplace_back(couponCycler);
+        buyers.emplace_back(payer);
+        // Until 60 orders, 3 coupon cycles and 3 payments are answered (or half a minute passes:
+        // the kill then comes anyway).
         (void)QTest::qWaitFor(
                 [&] {
                     std::lock_guard lock(answeredMutex);
-                    return answered.size() >= 60;
+                    return answered.size() >= 60 && detached.size() >= 3 && paid.size() >= 3;
                 },
                 30000);
         store.kill(); // SIGKILL while the buyers keep writing
