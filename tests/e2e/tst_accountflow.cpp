@@ -1,5 +1,6 @@
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
+#include "StoreProcess.h"
 #include "TestEnvironment.h"
 
 #include "app/AppDelegate.h"
@@ -40,7 +41,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
-#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QUrlQuery>
 
@@ -55,26 +55,6 @@ const QString Phone = QStringLiteral("13800138000");
 const QString NewPhone = QStringLiteral("13811112222");
 const QString OldPassword = QStringLiteral("tarvel2024");
 const QString NewPassword = QStringLiteral("changed2025");
-
-// The store's arguments: its own port and database, quiet, with the sandbox parties (SMS outbox,
-// picture upload) switched on where they wait for --sandbox.
-QStringList storeArguments(int port, const QString &database)
-{
-    QStringList arguments{QStringLiteral("--port"), QString::number(port), QStringLiteral("--db"),
-                          database, QStringLiteral("--quiet")};
-    QProcess help;
-    help.start(tarvel::test::InProcessStore::executablePath(), {QStringLiteral("--help")});
-    if (help.waitForFinished(10000) && help.readAllStandardOutput().contains("--sandbox"))
-        arguments.append(QStringLiteral("--sandbox"));
-    return arguments;
-}
-
-int freePort()
-{
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost, 0);
-    return probe.serverPort();
-}
 
 QVariant storeData(QNetworkAccessManager &network, const QString &url)
 {
@@ -149,8 +129,7 @@ private:
 
     void snapshot(const QString &name)
     {
-        QVERIFY(QTest::qWaitFor([this] { return !tarvel::test::stacksBusy(root()); }));
-        QTest::qWait(400); // the sheets' slides
+        QVERIFY(tarvel::test::waitForStillScene(m_window)); // stacks and sheets have settled
         QVERIFY(WindowSnapshot::save(
                 m_window, QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name)));
     }
@@ -258,13 +237,13 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_storeFolder.isValid());
-        const int port = freePort();
+        // Its own database, quiet, with the sandbox parties (SMS outbox, picture upload).
+        const int port = tarvel::test::startStoreOnAnyPort(
+                m_storeProcess,
+                {QStringLiteral("--db"), m_storeFolder.filePath(QStringLiteral("store.sqlite")),
+                 QStringLiteral("--quiet"), QStringLiteral("--sandbox")});
+        QVERIFY(port > 0);
         m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
-        m_storeProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_storeProcess.start(
-                tarvel::test::InProcessStore::executablePath(),
-                storeArguments(port, m_storeFolder.filePath(QStringLiteral("store.sqlite"))));
-        QVERIFY(m_storeProcess.waitForStarted(10000));
         QVERIFY(QTest::qWaitFor(
                 [this] { return storeData(m_network, m_baseUrl + "/store.json").isValid(); },
                 30000));

@@ -1,6 +1,7 @@
 #include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
+#include "StoreProcess.h"
 #include "TestEnvironment.h"
 
 #include "app/AppDelegate.h"
@@ -29,7 +30,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
-#include <QTcpServer>
 #include <QTemporaryDir>
 
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
@@ -37,13 +37,6 @@ Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 using tarvel::test::findNamed;
 
 namespace {
-
-int freePort()
-{
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost, 0);
-    return probe.serverPort();
-}
 
 bool storeAnswers(QNetworkAccessManager &network, const QString &url)
 {
@@ -131,15 +124,12 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_storeFolder.isValid());
-        const int port = freePort();
+        const int port = tarvel::test::startStoreOnAnyPort(
+                m_storeProcess,
+                {QStringLiteral("--db"), m_storeFolder.filePath(QStringLiteral("store.sqlite")),
+                 QStringLiteral("--quiet"), QStringLiteral("--sandbox")});
+        QVERIFY(port > 0);
         m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
-        m_storeProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_storeProcess.start(tarvel::test::InProcessStore::executablePath(),
-                             {QStringLiteral("--port"), QString::number(port),
-                              QStringLiteral("--db"),
-                              m_storeFolder.filePath(QStringLiteral("store.sqlite")),
-                              QStringLiteral("--quiet")});
-        QVERIFY(m_storeProcess.waitForStarted(10000));
         QVERIFY(QTest::qWaitFor(
                 [this] { return storeAnswers(m_network, m_baseUrl + "/store.json"); }, 30000));
         qputenv("TARVEL_API_BASE_URL", m_baseUrl.toUtf8());
@@ -192,6 +182,7 @@ private slots:
         snapshot(QStringLiteral("journey_2_orders.png"));
 
         // Cancel the unpaid order from the list: no question, the list comes back without it.
+        HudRecorder::shared().clear();
         QVERIFY(tap(QStringLiteral("buttonCancle")));
         QTRY_VERIFY(HudRecorder::shared().history().contains(QStringLiteral("正在取消...")));
         QTRY_COMPARE(statesShown(orders).count(QStringLiteral("已取消")), 2);
@@ -223,6 +214,7 @@ private slots:
         back();
 
         // Sign out: the home tab, and the cart and my tabs ask for sign-in again.
+        HudRecorder::shared().clear();
         QVERIFY(tap(QStringLiteral("buttonLogOut")));
         QTRY_COMPARE(tabs()->selectedIndex(), int(ICTabBarController::HomeTab));
         QVERIFY(HudRecorder::shared().history().contains(QStringLiteral("退出成功")));

@@ -264,8 +264,9 @@ private slots:
         server.enqueue(ScriptedResponse::json(
                 "{\"status\":\"error\",\"data\":null,\"message\":\"请先登录\"}", 401));
         PersonalDataViewController *screen = pushScreen();
-        QTRY_COMPARE(hudRecords(), (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在加载")),
-                                                       hudError(QStringLiteral("请先登录"))}));
+        QTRY_COMPARE(hudRecords(),
+                     (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在加载")),
+                                                 hudError(QStringLiteral("请先登录"))}));
         QVERIFY(screen->strAvatar().isEmpty());
         QVERIFY(screen->imageHead().isEmpty());
     }
@@ -325,7 +326,8 @@ private slots:
         QVERIFY(form.buttonSave()->tap());
         // The screen's save asks the service at once, with its progress text (signed out here,
         // so the service refuses).
-        QCOMPARE(hudRecords(), QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改..."))});
+        QCOMPARE(hudRecords(),
+                 QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改..."))});
         QTRY_COMPARE_WITH_TIMEOUT(hudRecords().size(), 2, 10000);
         QCOMPARE(hudRecords().constLast().kind, Hud::Error);
     }
@@ -610,8 +612,9 @@ private slots:
         QVERIFY(screen->bottomView()->buttonWoman()->tap());
         QVERIFY(screen->bottomView()->buttonSave()->tap());
         QTRY_COMPARE(hudRecords().size(), 2);
-        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改...")),
-                                                   hudSuccess(QStringLiteral("修改成功"))}));
+        QCOMPARE(hudRecords(),
+                 (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改...")),
+                                             hudSuccess(QStringLiteral("修改成功"))}));
         QTRY_COMPARE(m_stack->depth(), 1);
         QCOMPARE(AppDelegate::shared()->userLogin()->nick_name, QStringLiteral("新名字"));
         QCOMPARE(AppDelegate::shared()->userLogin()->avatar, avatarBefore);
@@ -639,8 +642,9 @@ private slots:
         screen->bottomView()->fieldName()->setText(QStringLiteral("有头像"));
         QVERIFY(screen->bottomView()->buttonSave()->tap());
         QTRY_COMPARE_WITH_TIMEOUT(m_stack->depth(), 1, 10000);
-        QCOMPARE(hudRecords(), (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改...")),
-                                                   hudSuccess(QStringLiteral("修改成功"))}));
+        QCOMPARE(hudRecords(),
+                 (QList<HudRecorder::Record>{hudProgress(QStringLiteral("正在修改...")),
+                                             hudSuccess(QStringLiteral("修改成功"))}));
 
         const Object_User user = *AppDelegate::shared()->userLogin();
         QCOMPARE(user.nick_name, QStringLiteral("有头像"));
@@ -690,7 +694,7 @@ private slots:
         QVERIFY(phone.screenshot(QStringLiteral("personaldata-sheet.png")));
         QVERIFY(tapWhenStill(phone.window(), phone.findText(QStringLiteral("相册获取"))));
         QTRY_VERIFY(picker());
-        QTest::qWait(800); // the sheet's slide and the chooser opening
+        QVERIFY(tarvel::test::waitForStillScene(phone.window())); // the sheet and the chooser
         QVERIFY(phone.screenshot(QStringLiteral("picker-chooser.png")));
         QImage picture(1200, 800, QImage::Format_RGB32);
         picture.fill(QColor(40, 120, 200));

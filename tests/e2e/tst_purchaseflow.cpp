@@ -1,6 +1,7 @@
 #include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
+#include "StoreProcess.h"
 #include "TestEnvironment.h"
 
 #include "app/AppDelegate.h"
@@ -31,7 +32,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
-#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QUrlQuery>
 
@@ -41,13 +41,6 @@ using tarvel::test::findNamed;
 using tarvel::test::findText;
 
 namespace {
-
-int freePort()
-{
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost, 0);
-    return probe.serverPort();
-}
 
 QVariant storeData(QNetworkAccessManager &network, QNetworkReply *reply)
 {
@@ -149,7 +142,7 @@ private:
 
     void snapshot(const QString &name)
     {
-        QTest::qWait(450);
+        QVERIFY(tarvel::test::waitForStillScene(m_window));
         QVERIFY(WindowSnapshot::save(
                 m_window, QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name)));
     }
@@ -202,14 +195,12 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_storeFolder.isValid());
-        const int port = freePort();
-        m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
         m_databasePath = m_storeFolder.filePath(QStringLiteral("store.sqlite"));
-        m_storeProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_storeProcess.start(tarvel::test::InProcessStore::executablePath(),
-                             {QStringLiteral("--port"), QString::number(port),
-                              QStringLiteral("--db"), m_databasePath, QStringLiteral("--quiet")});
-        QVERIFY(m_storeProcess.waitForStarted(10000));
+        const int port = tarvel::test::startStoreOnAnyPort(
+                m_storeProcess, {QStringLiteral("--db"), m_databasePath, QStringLiteral("--quiet"),
+                                 QStringLiteral("--sandbox")});
+        QVERIFY(port > 0);
+        m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
         QVERIFY(QTest::qWaitFor(
                 [this] {
                     return storeData(m_network, m_network.get(QNetworkRequest(

@@ -1,6 +1,7 @@
 #include "HudRecorder.h"
 #include "InProcessStore.h"
 #include "QuickTestItems.h"
+#include "StoreProcess.h"
 #include "TestEnvironment.h"
 
 #include "app/AppDelegate.h"
@@ -32,7 +33,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
-#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QUrlQuery>
 
@@ -45,13 +45,6 @@ namespace {
 
 const QString DemoPhone = QStringLiteral("13800138000");
 const QString DemoPassword = QStringLiteral("tarvel2024");
-
-int freePort()
-{
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost, 0);
-    return probe.serverPort();
-}
 
 // Sends `request` on the app's own network stack (its cookies, its session) and answers the body.
 QByteArray exchange(QNetworkAccessManager *network, const QNetworkRequest &request,
@@ -157,7 +150,8 @@ private:
 
     bool waitForHud(const QString &text)
     {
-        return QTest::qWaitFor([&] { return HudRecorder::shared().history().contains(text); }, 10000);
+        return QTest::qWaitFor([&] { return HudRecorder::shared().history().contains(text); },
+                               10000);
     }
 
     void snapshot(const QString &name)
@@ -198,20 +192,13 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_storeFolder.isValid());
-        const int port = freePort();
+        // The sandbox gives the captcha answers and the outbox.
+        const int port = tarvel::test::startStoreOnAnyPort(
+                m_storeProcess,
+                {QStringLiteral("--db"), m_storeFolder.filePath(QStringLiteral("store.sqlite")),
+                 QStringLiteral("--quiet"), QStringLiteral("--sandbox")});
+        QVERIFY(port > 0);
         m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
-        m_storeProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        QStringList arguments{
-                QStringLiteral("--port"), QString::number(port), QStringLiteral("--db"),
-                m_storeFolder.filePath(QStringLiteral("store.sqlite")), QStringLiteral("--quiet")};
-        // The sandbox (captcha answers, outbox) where the store has it only on request.
-        QProcess help;
-        help.start(tarvel::test::InProcessStore::executablePath(), {QStringLiteral("--help")});
-        QVERIFY(help.waitForFinished(10000));
-        if (help.readAllStandardOutput().contains("--sandbox"))
-            arguments.append(QStringLiteral("--sandbox"));
-        m_storeProcess.start(tarvel::test::InProcessStore::executablePath(), arguments);
-        QVERIFY(m_storeProcess.waitForStarted(10000));
         QVERIFY(QTest::qWaitFor([this] { return storeData("/store.json").isValid(); }, 30000));
         qputenv("TARVEL_API_BASE_URL", m_baseUrl.toUtf8());
 
@@ -303,7 +290,8 @@ private slots:
         QVERIFY(signInScreen);
         for (int attempt = 0; attempt < 5; ++attempt) {
             QVERIFY(signIn(signInScreen, DemoPhone, QStringLiteral("wrong-pass")));
-            QVERIFY(QTest::qWaitFor([] { return HudRecorder::shared().history().size() >= 2; }, 10000));
+            QVERIFY(QTest::qWaitFor([] { return HudRecorder::shared().history().size() >= 2; },
+                                    10000));
             (void)QTest::qWaitFor([] { return !Hud::shared().isVisible(); });
         }
         QVERIFY(HudRecorder::shared().history().contains(QStringLiteral("账号被锁定")));

@@ -66,7 +66,9 @@ public:
         m_window->resize(375, 667);
         m_root->setParentItem(m_window->contentItem());
         m_root->setSize(QSizeF(375, 667));
-        QQmlEngine::setObjectOwnership(m_root, QQmlEngine::JavaScriptOwnership);
+        // The window owns the view: a root without a parent would be the garbage collector's to
+        // take as soon as a new component loads.
+        m_root->setParent(m_window.get());
         m_window->show();
         return QTest::qWaitForWindowExposed(m_window.get()) && waitForFrame();
     }

@@ -57,6 +57,7 @@ void AccountSafeViewController::setNavLeftAction()
 // Each appearance shows the user as it is now, after a change made on a sub-screen.
 void AccountSafeViewController::setRefleshDataAction()
 {
+    hideTabBar(true);
     fillPasswordRow(m_cells.at(0));
     fillMobileRow(m_cells.at(1));
     fillEmailRow(m_cells.at(2));

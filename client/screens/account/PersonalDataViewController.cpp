@@ -60,6 +60,11 @@ void PersonalDataViewController::viewWillAppear(bool animated)
     setNavigationBarTransparent(false);
 }
 
+void PersonalDataViewController::setRefleshDataAction()
+{
+    hideTabBar(true);
+}
+
 void PersonalDataViewController::setLoadViewAction()
 {
     m_backgroundImage = QStringLiteral("myInfo_bg");

@@ -51,6 +51,7 @@ protected:
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
     void setLoadViewAction() override;
+    void setRefleshDataAction() override;
     void setNavLeftAction() override;
 
 private:
