@@ -77,7 +77,8 @@ void MyGamesViewController::loadGames()
 void MyGamesViewController::showGames(const QVariant &data)
 {
     m_arraySource = ICRuntimeHelper::analysArrayData<Object_MyGameList>(
-            data.toMap().value(QStringLiteral("games")));
+                            data.toMap().value(QStringLiteral("games")))
+                            .value_or(QList<Object_MyGameList>());
     const qreal cellWidth = HomePageViewCell::itemWidthForScreenWidth(ScreenWidth);
     QList<QVariantMap> rows;
     for (const Object_MyGameList &game : m_arraySource) {

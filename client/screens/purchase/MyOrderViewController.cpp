@@ -194,7 +194,8 @@ void MyOrderViewController::loadMoreData()
                 if (!self || self->m_generation != generation)
                     return;
                 const QList<Object_MyOrderList> orders
-                        = ICRuntimeHelper::analysArrayData<Object_MyOrderList>(data);
+                        = ICRuntimeHelper::analysArrayData<Object_MyOrderList>(data).value_or(
+                                QList<Object_MyOrderList>());
                 if (orders.isEmpty())
                     self->m_footer->noticeNoMoreData();
                 self->m_arraySource.append(orders);

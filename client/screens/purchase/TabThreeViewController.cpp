@@ -88,7 +88,8 @@ void TabThreeViewController::loadCart()
 
 void TabThreeViewController::showCart(const QVariant &data)
 {
-    m_arraySource = ICRuntimeHelper::analysArrayData<Object_CartList>(data);
+    m_arraySource = ICRuntimeHelper::analysArrayData<Object_CartList>(data).value_or(
+            QList<Object_CartList>());
     m_arraySelect = QStringList(m_arraySource.size(), Unticked);
     rebuildCells();
     setEmptyViewHidden(!m_arraySource.isEmpty());
