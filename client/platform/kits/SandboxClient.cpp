@@ -63,7 +63,8 @@ SandboxClient::Answer SandboxClient::answerOf(QNetworkReply *reply)
 {
     Answer answer;
     answer.httpStatus = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    answer.body = reply->readAll();
+    if (reply->isOpen()) // an aborted reply is closed: nothing to read
+        answer.body = reply->readAll();
     const QJsonObject envelope = QJsonDocument::fromJson(answer.body).object();
     answer.success
             = envelope.value(QStringLiteral("status")).toString() == QLatin1String("success");
