@@ -145,10 +145,12 @@ void GeTuiService::pause()
     m_openPoll = nullptr;
 }
 
+// A registration under way goes on: its answer waits for resume to poll.
 void GeTuiService::enterBackground()
 {
     m_background = true;
-    pause();
+    if (m_status == SdkStatusStarted)
+        pause();
 }
 
 // Coming to the front tries a store that was away at once instead of at the end of the backoff.
