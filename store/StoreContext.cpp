@@ -1,6 +1,7 @@
 #include "StoreContext.h"
 
 #include "StoreSeed.h"
+#include "sandbox/PushChannel.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -25,6 +26,7 @@ StoreContext::StoreContext(StoreOptions options)
     , m_uploadsDirectory(uploadsDirectoryFor(m_options))
     , m_pictures(m_catalog, m_uploadsDirectory)
     , m_outbox(m_options.sandbox ? m_options.outboxLog : nullptr)
+    , m_pushBell([this] { return m_database.read(PushChannel::newestMessageId); })
 {
     m_seededNow = StoreSeed::seedIfEmpty(m_database, m_clock.now());
     m_catalog.load(m_database);

@@ -6,8 +6,10 @@
 #include "db/Database.h"
 #include "pictures/PictureStore.h"
 #include "sandbox/Outbox.h"
+#include "sandbox/PushBell.h"
 
-// What every request handler may reach: options, clock, database, catalogue, pictures, outbox.
+// What every request handler may reach: options, clock, database, catalogue, pictures, outbox,
+// the push channel's bell.
 class StoreContext
 {
 public:
@@ -21,6 +23,7 @@ public:
     Catalog &catalog() { return m_catalog; }
     PictureStore &pictures() { return m_pictures; }
     Outbox &outbox() { return m_outbox; }
+    PushBell &pushBell() { return m_pushBell; }
     QString uploadsDirectory() const { return m_uploadsDirectory; }
     // Whether this start seeded an empty database.
     bool seededNow() const { return m_seededNow; }
@@ -33,5 +36,6 @@ private:
     QString m_uploadsDirectory;
     PictureStore m_pictures;
     Outbox m_outbox;
+    PushBell m_pushBell;
     bool m_seededNow = false;
 };

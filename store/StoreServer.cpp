@@ -223,6 +223,7 @@ void StoreServer::listen()
 void StoreServer::stop()
 {
     m_stopRequested = true;
+    m_context->pushBell().close(); // held polls answer now instead of keeping their threads
     m_server->stop();
 }
 

@@ -19,13 +19,17 @@ QJsonObject payloadOf(const Message &message)
 
 } // namespace
 
-QString registerDevice(SQLite::Database &db, const QString &deviceToken, qint64 now)
+QString registerDevice(SQLite::Database &db, const QString &deviceToken, qint64 now,
+                       bool *continued)
 {
     const QString clientId = QString::fromLatin1(Crypto::randomToken(12).toHex());
     SQLite::Statement existing(
             db, "SELECT client_id, first_message_id FROM push_clients WHERE device_token = ?");
     Sql::bind(existing, 1, deviceToken);
-    if (existing.executeStep()) {
+    const bool known = existing.executeStep();
+    if (continued)
+        *continued = known;
+    if (known) {
         const QString previous = Sql::text(existing.getColumn(0));
         const int64_t firstMessage = existing.getColumn(1).getInt64();
         existing.reset();
@@ -104,6 +108,11 @@ QJsonArray poll(SQLite::Database &db, const QString &clientId, qint64 after, int
         messages.append(entry);
     }
     return messages;
+}
+
+qint64 newestMessageId(SQLite::Database &db)
+{
+    return Sql::scalarInt(db, "SELECT COALESCE(MAX(id), 0) FROM push_messages");
 }
 
 std::optional<QJsonObject> payload(SQLite::Database &db, qint64 messageId, const QString &clientId)

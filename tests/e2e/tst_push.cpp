@@ -3,9 +3,11 @@
 
 #include "InProcessStore.h"
 #include "PushCommand.h"
+#include "StoreContext.h"
 #include "platform/UserDefaults.h"
 #include "platform/kits/Application.h"
 #include "platform/kits/GeTuiSdk.h"
+#include "platform/kits/GeTuiService.h"
 #include "platform/kits/KitStorage.h"
 #include "platform/ui/Hud.h"
 #include "platform/ui/NavigationController.h"
@@ -84,6 +86,14 @@ private:
                 .toLongLong();
     }
 
+    // Starts the kit and waits until its poll is held by the store.
+    void startAndWaitForHeldPoll()
+    {
+        app()->initWithGeTui({});
+        QTRY_COMPARE(GeTuiSdk::status(), SdkStatusStarted);
+        QTRY_COMPARE(m_store->context().pushBell().waiting(), 1);
+    }
+
     static QVariantMap channelRecord(const QString &title, const QString &content)
     {
         return {{QStringLiteral("title"), title},
@@ -99,7 +109,6 @@ private slots:
         m_store = std::make_unique<tarvel::test::InProcessStore>();
         QVERIFY(m_store->isRunning());
         qputenv("TARVEL_API_BASE_URL", m_store->baseUrl().toUtf8());
-        GeTuiSdk::setPollInterval(100);
         platform::Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
     }
 
@@ -395,6 +404,67 @@ private slots:
         QVERIFY(app()->sendMessage(QByteArrayLiteral("hello"), &error).isNull());
         QVERIFY(!error.isEmpty());
         QVERIFY(!app()->setTags({QStringLiteral("13800138000")}, &error));
+    }
+
+    void heldPollDeliversAtOnce()
+    {
+        m_store->restart(); // no poll of an earlier test is held any more
+        startAndWaitForHeldPoll();
+        const int received = app()->lastPayloadIndex();
+        // The store holds the poll far longer than this wait: only the held poll can bring it.
+        QVERIFY(sendThroughChannel(QStringLiteral("限时秒杀"), QStringLiteral("马上开始")));
+        QTRY_COMPARE(app()->lastPayloadIndex(), received + 1);
+        QCOMPARE(storedMessages(), QVariantList{channelRecord(QStringLiteral("限时秒杀"),
+                                                              QStringLiteral("马上开始"))});
+        // and the next poll is held again at once
+        QTRY_COMPARE(m_store->context().pushBell().waiting(), 1);
+    }
+
+    void deliveredOnceAcrossReconnects_data()
+    {
+        QTest::addColumn<bool>("storeAway");
+        QTest::addColumn<bool>("kitRestarted");
+        QTest::newRow("store restarted, message sent while it was away") << true << false;
+        QTest::newRow("kit restarted with a new client id") << false << true;
+        QTest::newRow("both") << true << true;
+    }
+
+    void deliveredOnceAcrossReconnects()
+    {
+        QFETCH(bool, storeAway);
+        QFETCH(bool, kitRestarted);
+        m_store->restart();
+        startAndWaitForHeldPoll();
+        const int received = app()->lastPayloadIndex();
+        QVERIFY(sendThroughChannel(QStringLiteral("第一条"), QStringLiteral("已经送达")));
+        QTRY_COMPARE(app()->lastPayloadIndex(), received + 1);
+
+        if (storeAway) {
+            m_store->stop();
+            QTRY_VERIFY(GeTuiService::shared().reconnectDelayMs() > 0); // the kit noticed
+        }
+        if (kitRestarted) {
+            const QString before = GeTuiSdk::clientId();
+            app()->stopSdk();
+            app()->initWithGeTui({});
+            if (!storeAway)
+                QTRY_VERIFY(GeTuiSdk::clientId() != before);
+        }
+        if (storeAway) {
+            QVERIFY(sendThroughChannel(QStringLiteral("第二条"), QStringLiteral("离线时发出")));
+            m_store->startAgain();
+            QVERIFY(m_store->isRunning());
+        } else {
+            QVERIFY(sendThroughChannel(QStringLiteral("第二条"), QStringLiteral("离线时发出")));
+        }
+
+        // The backoff has grown a little while the store was away: allow it one more round.
+        QTRY_COMPARE_WITH_TIMEOUT(storedMessages().size(), 2, 20000);
+        // Delivery goes in message order, so the first one delivered again would come before.
+        QCOMPARE(app()->lastPayloadIndex(), received + 2);
+        QCOMPARE(storedMessages().last(),
+                 QVariant(channelRecord(QStringLiteral("第二条"), QStringLiteral("离线时发出"))));
+        QCOMPARE(GeTuiService::shared().reconnectDelayMs(), 0);
     }
 
     void crashLoggerLogs()

@@ -1,6 +1,7 @@
 #include "InProcessStore.h"
 #include "PushCommand.h"
 #include "StoreClient.h"
+#include "StoreContext.h"
 #include "TestEnvironment.h"
 
 #include <QRegularExpression>
@@ -144,6 +145,48 @@ private slots:
                          .status,
                  404);
         QCOMPARE(payload(client, direct, again).status, 200);
+    }
+
+    void heldPollAnswersItsOwnMessage_data()
+    {
+        QTest::addColumn<bool>("forThisDevice");
+        QTest::addColumn<int>("wait");
+        QTest::newRow("a message for it ends the wait") << true << 25;
+        QTest::newRow("one for another device does not") << false << 1;
+    }
+
+    void heldPollAnswersItsOwnMessage()
+    {
+        QFETCH(bool, forThisDevice);
+        QFETCH(int, wait);
+        InProcessStore store;
+        StoreClient client(store.baseUrl());
+        const QString device = registerDevice(client, QStringLiteral("device-held"));
+        const QString other = registerDevice(client, QStringLiteral("device-other"));
+        // Sends once the store holds the poll (the command writes from its own connection).
+        bool sent = false;
+        QTimer sender;
+        sender.setInterval(5);
+        connect(&sender, &QTimer::timeout, [&] {
+            if (sent || store.context().pushBell().waiting() != 1)
+                return;
+            sent = true;
+            send(store, {"--title", "到货通知", "--content", "马上来看", "--client-id",
+                         forThisDevice ? device : other});
+        });
+        sender.start();
+        // Held for 25 s unless the message wakes it: the answer would come empty.
+        const QJsonArray answer = client.get(QStringLiteral("/sandbox/push/poll"),
+                                             {{QStringLiteral("client_id"), device},
+                                              {QStringLiteral("after"), QStringLiteral("0")},
+                                              {QStringLiteral("wait"), QString::number(wait)}})
+                                          .array();
+        QVERIFY(sent);
+        QCOMPARE(answer.size(), forThisDevice ? 1 : 0);
+        if (forThisDevice)
+            QCOMPARE(answer.first().toObject().value("title").toString(),
+                     QStringLiteral("到货通知"));
+        QCOMPARE(store.context().pushBell().waiting(), 0);
     }
 
     void pushRefusals_data()

@@ -66,15 +66,23 @@ void InProcessStore::stop()
     if (m_thread.joinable())
         m_thread.join();
     m_server.reset();
+    m_stoppedPort = m_port;
+    m_port = 0;
+}
+
+void InProcessStore::startAgain()
+{
+    if (m_server)
+        return;
+    m_options.port = m_stoppedPort;
+    start();
+    m_options.port = 0;
 }
 
 void InProcessStore::restart()
 {
-    const int previousPort = m_port;
     stop();
-    m_options.port = previousPort;
-    start();
-    m_options.port = 0;
+    startAgain();
 }
 
 QString InProcessStore::executablePath()

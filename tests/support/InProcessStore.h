@@ -40,19 +40,22 @@ public:
     void advanceClock(qint64 seconds);
     // Stops and starts the service again on the same database and port when it is free.
     void restart();
+    // The two halves of restart(), for tests that act while the store is away.
+    void stop();
+    void startAgain();
 
     // Where the tarvel-store executable was built, for tests that run it as its own process.
     static QString executablePath();
 
 private:
     void start();
-    void stop();
 
     QTemporaryDir m_directory;
     StoreOptions m_options;
     std::unique_ptr<StoreServer> m_server;
     std::thread m_thread;
     int m_port = 0;
+    int m_stoppedPort = 0;
 };
 
 } // namespace tarvel::test

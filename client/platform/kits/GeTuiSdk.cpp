@@ -109,8 +109,3 @@ bool GeTuiSdk::isLbsLocationEnabled()
 {
     return GeTuiService::shared().isLbsLocationEnabled();
 }
-
-void GeTuiSdk::setPollInterval(int ms)
-{
-    GeTuiService::shared().setPollInterval(ms);
-}

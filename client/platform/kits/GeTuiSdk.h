@@ -10,14 +10,19 @@
 // service, which gives it a client id, and then delivers the messages sent to it: the delegate
 // hears of each by its payload id and reads the payload with retrivePayloadById.
 //
-// On the desktop the service is tarvel-store's push channel: the kit polls it every few seconds
-// while it runs and the app is in front; entering the background pauses it, resume goes on.
+// On the desktop the service is tarvel-store's push channel: while the kit runs and the app is in
+// front it keeps one request open that the store holds until a message comes (a long poll), and
+// opens the next as soon as it answers. When the store cannot be reached it tries again after
+// a delay that doubles from FirstReconnectDelayMs up to LastReconnectDelayMs and starts over once
+// the store answers. Entering the background pauses it, resume goes on.
 class GeTuiSdk
 {
 public:
     GeTuiSdk() = delete;
 
-    static constexpr int DefaultPollIntervalMs = 3000;
+    static constexpr int LongPollSeconds = 25;
+    static constexpr int FirstReconnectDelayMs = 500;
+    static constexpr int LastReconnectDelayMs = 30000;
 
     // False (with `error` set) when a credential is missing. Starting again while running only
     // takes the new delegate and goes on from the background.
@@ -59,7 +64,4 @@ public:
     static bool isRunBackgroundEnabled();
     static void lbsLocationEnable(bool isEnable, bool isVerify);
     static bool isLbsLocationEnabled();
-
-    // How often the desktop channel asks for new messages (tests shorten it).
-    static void setPollInterval(int ms);
 };

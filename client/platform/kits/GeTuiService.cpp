@@ -4,17 +4,22 @@
 #include "platform/kits/KitStorage.h"
 #include "platform/kits/SandboxClient.h"
 
-#include <QJsonArray>
 #include <QJsonObject>
+#include <QNetworkReply>
 
 namespace {
 constexpr qsizetype KeptPayloads = 50;
+// The client's own limit on a held poll: the store's longest hold and some slack.
+constexpr int PollTimeoutMs = (GeTuiSdk::LongPollSeconds + 10) * 1000;
+// An empty answer sooner than this was not held (a store that does not hold polls, or one
+// stopping): the next poll waits for the backoff instead of asking again at once.
+constexpr qint64 ShortestHeldPollMs = 1000;
 } // namespace
 
 GeTuiService::GeTuiService()
 {
-    m_timer.setInterval(GeTuiSdk::DefaultPollIntervalMs);
-    connect(&m_timer, &QTimer::timeout, this, &GeTuiService::poll);
+    m_reconnect.setSingleShot(true);
+    connect(&m_reconnect, &QTimer::timeout, this, &GeTuiService::reconnect);
 }
 
 GeTuiService &GeTuiService::shared()
@@ -41,10 +46,8 @@ bool GeTuiService::start(const QString &appId, const QString &appKey, const QStr
     m_appKey = appKey;
     m_appSecret = appSecret;
     m_background = false;
-    ++m_generation;
-    m_timer.stop();
-    m_queue.clear();
-    m_busy = false;
+    pause();
+    m_reconnectDelayMs = 0;
     setStatus(SdkStatusStarting);
     registerClient();
     return true;
@@ -52,10 +55,8 @@ bool GeTuiService::start(const QString &appId, const QString &appKey, const QStr
 
 void GeTuiService::stop()
 {
-    ++m_generation;
-    m_timer.stop();
-    m_queue.clear();
-    m_busy = false;
+    pause();
+    m_reconnectDelayMs = 0;
     if (m_status != SdkStatusStoped)
         setStatus(SdkStatusStoped);
 }
@@ -84,14 +85,20 @@ void GeTuiService::registerClient()
             [this, generation](const platform::SandboxClient::Answer &answer) {
                 if (generation != m_generation)
                     return;
-                const QString clientId
-                        = answer.data.toObject().value(QStringLiteral("client_id")).toString();
+                const QJsonObject data = answer.data.toObject();
+                const QString clientId = data.value(QStringLiteral("client_id")).toString();
                 if (!answer.success || clientId.isEmpty()) {
-                    retryRegistrationLater();
+                    reconnectLater();
                     return;
                 }
+                m_reconnectDelayMs = 0;
                 m_clientId = clientId;
                 m_after = platform::KitStorage::value(progressKey()).toLongLong();
+                // A device registered before keeps its message ids: what it already handled
+                // under an earlier client id is not delivered again.
+                if (data.value(QStringLiteral("continued")).toBool())
+                    m_after = qMax(m_after,
+                                   platform::KitStorage::value(deviceProgressKey()).toLongLong());
                 setStatus(SdkStatusStarted);
                 if (m_delegate)
                     m_delegate->GeTuiSdkDidRegisterClient(clientId);
@@ -99,32 +106,62 @@ void GeTuiService::registerClient()
             });
 }
 
-void GeTuiService::retryRegistrationLater()
+void GeTuiService::reconnectLater()
 {
-    const quint64 generation = m_generation;
-    QTimer::singleShot(m_timer.interval(), this, [this, generation] {
-        if (generation == m_generation && m_status == SdkStatusStarting)
-            registerClient();
-    });
+    m_reconnectDelayMs = m_reconnectDelayMs == 0
+                                 ? GeTuiSdk::FirstReconnectDelayMs
+                                 : qMin(m_reconnectDelayMs * 2, GeTuiSdk::LastReconnectDelayMs);
+    m_reconnect.start(m_reconnectDelayMs);
+}
+
+void GeTuiService::reconnect()
+{
+    if (m_status == SdkStatusStarting)
+        registerClient();
+    else
+        startPolling();
 }
 
 void GeTuiService::startPolling()
 {
-    if (m_status != SdkStatusStarted || m_background)
+    if (m_status != SdkStatusStarted || m_background || m_reconnect.isActive())
         return;
-    m_timer.start();
-    poll();
+    if (m_queue.isEmpty())
+        poll();
+    else
+        deliverNext();
 }
 
+// Drops what is under way (an open poll is aborted); the messages not yet delivered come again
+// with the next poll, as the progress only moves on delivery.
+void GeTuiService::pause()
+{
+    ++m_generation;
+    m_reconnect.stop();
+    m_queue.clear();
+    m_busy = false;
+    if (m_openPoll)
+        m_openPoll->abort();
+    m_openPoll = nullptr;
+}
+
+// A registration under way goes on: its answer waits for resume to poll.
 void GeTuiService::enterBackground()
 {
     m_background = true;
-    m_timer.stop();
+    if (m_status == SdkStatusStarted)
+        pause();
 }
 
+// Coming to the front tries a store that was away at once instead of at the end of the backoff.
 void GeTuiService::resume()
 {
     m_background = false;
+    if (m_reconnect.isActive()) {
+        m_reconnect.stop();
+        reconnect();
+        return;
+    }
     startPolling();
 }
 
@@ -137,33 +174,51 @@ void GeTuiService::poll()
     QUrlQuery query;
     query.addQueryItem(QStringLiteral("client_id"), m_clientId);
     query.addQueryItem(QStringLiteral("after"), QString::number(m_after));
-    platform::SandboxClient::shared().get(
+    query.addQueryItem(QStringLiteral("wait"), QString::number(GeTuiSdk::LongPollSeconds));
+    m_pollAge.start();
+    m_openPoll = platform::SandboxClient::shared().get(
             QStringLiteral("/sandbox/push/poll"), query, this,
             [this, generation](const platform::SandboxClient::Answer &answer) {
                 if (generation != m_generation)
                     return;
                 m_busy = false;
+                m_openPoll = nullptr;
                 if (answer.httpStatus == 404) { // the service forgot this device
-                    m_timer.stop();
                     setStatus(SdkStatusStarting);
                     registerClient();
                     return;
                 }
-                if (!answer.success)
+                const QJsonArray messages = answer.data.toArray();
+                if (!answer.success
+                    || (messages.isEmpty() && m_pollAge.elapsed() < ShortestHeldPollMs)) {
+                    reconnectLater();
                     return;
-                for (const QJsonValue &message : answer.data.toArray()) {
-                    const qint64 id = message.toObject().value(QStringLiteral("id")).toInteger();
-                    if (id > m_after && !m_queue.contains(id))
-                        m_queue.append(id);
                 }
-                deliverNext();
-            });
+                m_reconnectDelayMs = 0;
+                takeMessages(messages);
+            },
+            PollTimeoutMs);
 }
 
+void GeTuiService::takeMessages(const QJsonArray &messages)
+{
+    for (const QJsonValue &message : messages) {
+        const qint64 id = message.toObject().value(QStringLiteral("id")).toInteger();
+        if (id > m_after && !m_queue.contains(id))
+            m_queue.append(id);
+    }
+    deliverNext();
+}
+
+// Delivers the queued messages one by one, then opens the next poll at once.
 void GeTuiService::deliverNext()
 {
-    if (m_busy || m_queue.isEmpty())
+    if (m_busy)
         return;
+    if (m_queue.isEmpty()) {
+        poll();
+        return;
+    }
     const qint64 id = m_queue.constFirst();
     if (m_pushModeOff) {
         m_queue.removeFirst();
@@ -181,8 +236,9 @@ void GeTuiService::deliverNext()
                 if (generation != m_generation)
                     return;
                 m_busy = false;
-                if (answer.httpStatus == 0) { // try again with the next poll
+                if (answer.httpStatus == 0) { // the store is away: fetch it again once back
                     m_queue.clear();
+                    reconnectLater();
                     return;
                 }
                 m_queue.removeAll(id);
@@ -203,6 +259,7 @@ void GeTuiService::advanceTo(qint64 messageId)
 {
     m_after = qMax(m_after, messageId);
     platform::KitStorage::setValue(progressKey(), m_after);
+    platform::KitStorage::setValue(deviceProgressKey(), m_after);
 }
 
 void GeTuiService::keepPayload(const QString &payloadId, const QByteArray &payload)
@@ -217,6 +274,11 @@ void GeTuiService::keepPayload(const QString &payloadId, const QByteArray &paylo
 QString GeTuiService::progressKey() const
 {
     return QStringLiteral("getui/%1/after").arg(m_clientId);
+}
+
+QString GeTuiService::deviceProgressKey() const
+{
+    return QStringLiteral("getui/device/%1/after").arg(m_appId);
 }
 
 bool GeTuiService::setTags(const QStringList &tags)

@@ -3,15 +3,21 @@
 #include "platform/kits/GeTuiSdkDelegate.h"
 
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QHash>
+#include <QJsonArray>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
 
-// The push kit's desktop engine over tarvel-store's push channel: registration, the polling
-// loop, payload fetching and the kit's state. GeTuiSdk is its public face.
+class QNetworkReply;
+
+// The push kit's desktop engine over tarvel-store's push channel: registration, one long poll
+// held open at a time, payload fetching, reconnection with backoff and the kit's state. GeTuiSdk
+// is its public face.
 class GeTuiService : public QObject
 {
 public:
@@ -43,19 +49,24 @@ public:
     bool runsInBackground() const { return m_runBackground; }
     void setLbsLocation(bool enabled) { m_lbsLocation = enabled; }
     bool isLbsLocationEnabled() const { return m_lbsLocation; }
-    void setPollInterval(int ms) { m_timer.setInterval(ms); }
+    // Until the next attempt after the store could not be reached; 0 while it answers.
+    int reconnectDelayMs() const { return m_reconnectDelayMs; }
 
 private:
     GeTuiService();
     void setStatus(SdkStatus status);
     void registerClient();
-    void retryRegistrationLater();
+    void reconnectLater();
+    void reconnect();
     void startPolling();
+    void pause();
     void poll();
+    void takeMessages(const QJsonArray &messages);
     void deliverNext();
     void advanceTo(qint64 messageId);
     void keepPayload(const QString &payloadId, const QByteArray &payload);
     QString progressKey() const;
+    QString deviceProgressKey() const;
 
     GeTuiSdkDelegate *m_delegate = nullptr;
     SdkStatus m_status = SdkStatusStoped;
@@ -69,12 +80,15 @@ private:
     bool m_runBackground = false;
     bool m_lbsLocation = false;
     bool m_background = false;
-    bool m_busy = false; // a poll or a delivery is under way
+    bool m_busy = false; // a poll or a delivery is under way: at most one request at a time
     quint64 m_generation = 0;
     qint64 m_after = 0; // the last message id handled
     QList<qint64> m_queue; // message ids waiting for their payload
     QHash<QString, QByteArray> m_payloads;
     QList<QString> m_payloadOrder;
     int m_sentMessages = 0;
-    QTimer m_timer;
+    QPointer<QNetworkReply> m_openPoll;
+    QElapsedTimer m_pollAge;
+    QTimer m_reconnect;
+    int m_reconnectDelayMs = 0;
 };

@@ -24,12 +24,16 @@ SandboxClient &SandboxClient::shared()
     return client;
 }
 
-void SandboxClient::get(const QString &path, const QUrlQuery &query, QObject *context,
-                        Handler handler)
+QNetworkReply *SandboxClient::get(const QString &path, const QUrlQuery &query, QObject *context,
+                                  Handler handler, int timeoutMs)
 {
     QUrl url(ApiBaseUrl() + path);
     url.setQuery(query);
-    watch(m_manager->get(QNetworkRequest(url)), context, std::move(handler));
+    QNetworkRequest request(url);
+    request.setTransferTimeout(timeoutMs);
+    QNetworkReply *reply = m_manager->get(request);
+    watch(reply, context, std::move(handler));
+    return reply;
 }
 
 void SandboxClient::post(const QString &path, const QUrlQuery &form, QObject *context,
@@ -59,7 +63,8 @@ SandboxClient::Answer SandboxClient::answerOf(QNetworkReply *reply)
 {
     Answer answer;
     answer.httpStatus = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    answer.body = reply->readAll();
+    if (reply->isOpen()) // an aborted reply is closed: nothing to read
+        answer.body = reply->readAll();
     const QJsonObject envelope = QJsonDocument::fromJson(answer.body).object();
     answer.success
             = envelope.value(QStringLiteral("status")).toString() == QLatin1String("success");

@@ -35,8 +35,11 @@ public:
     static SandboxClient &shared();
 
     // `path` is appended to the store's base address. `handler` runs on the main thread unless
-    // `context` is gone by then.
-    void get(const QString &path, const QUrlQuery &query, QObject *context, Handler handler);
+    // `context` is gone by then. A request held open by the other side (a long poll) passes a
+    // `timeoutMs` longer than it may be held; the reply may be aborted, its handler then hears
+    // of no answer.
+    QNetworkReply *get(const QString &path, const QUrlQuery &query, QObject *context,
+                       Handler handler, int timeoutMs = TimeoutMs);
     void post(const QString &path, const QUrlQuery &form, QObject *context, Handler handler);
 
 private:
