@@ -202,13 +202,25 @@ private slots:
         QVERIFY(QTest::qWaitFor([this] { return storeData("/store.json").isValid(); }, 30000));
         qputenv("TARVEL_API_BASE_URL", m_baseUrl.toUtf8());
 
+        Hud::shared().setAutoDismissInterval(300);
+        AppDelegate::shared()->setCountdownTickInterval(5);
+    }
+
+    // Each journey starts from a fresh launch of a signed-out app, as a new customer's would.
+    void init()
+    {
+        signOut();
         m_engine = std::make_unique<QQmlApplicationEngine>();
         m_window = AppLaunch::launch(*qGuiApp, *m_engine);
         QVERIFY(m_window);
         QVERIFY(QTest::qWaitForWindowExposed(m_window));
         QVERIFY(QTest::qWaitFor([this] { return tabs() != nullptr; }));
-        Hud::shared().setAutoDismissInterval(300);
-        AppDelegate::shared()->setCountdownTickInterval(5);
+    }
+
+    void cleanup()
+    {
+        m_engine.reset();
+        m_window = nullptr;
     }
 
     void cleanupTestCase()
