@@ -9,6 +9,7 @@
 #include "app/ICTabBarController.h"
 #include "app/WindowSnapshot.h"
 #include "platform/UserDefaults.h"
+#include "platform/kits/WeChatPayPrompt.h"
 #include "platform/ui/BarButtonItem.h"
 #include "platform/ui/Hud.h"
 #include "platform/ui/NavigationController.h"
@@ -18,7 +19,11 @@
 #include "screens/account/NavRootViewController.h"
 #include "screens/account/PreferencesViewController.h"
 #include "screens/account/TabFourViewController.h"
+#include "screens/purchase/BuySuccessViewController.h"
+#include "screens/purchase/ConfirmOrderViewController.h"
+#include "screens/purchase/MyGamesViewController.h"
 #include "screens/purchase/MyOrderViewController.h"
+#include "screens/store/GoodsDetailViewController.h"
 
 #include <QDir>
 #include <QJsonDocument>
@@ -60,7 +65,9 @@ QStringList statesShown(const MyOrderViewController *orders)
 
 // The order history and the my page end to end: tarvel-store runs as its own process and the app
 // starts as it does for a user. Sign in with the e-mail demo account from the my-page tab, find the
-// four seeded orders, cancel the unpaid one, read the help page, turn push off and on, sign out.
+// four seeded orders, pay the unpaid one in the WeChat sandbox and find it completed, leave a
+// "立即购买" order unpaid and cancel it from the list, read the help page, turn push off and on,
+// sign out.
 class TestOrdersJourney : public QObject
 {
     Q_OBJECT
@@ -96,6 +103,73 @@ private:
                 },
                 15000);
         return shown ? screen : nullptr;
+    }
+
+    // The id of the first listed order in `state`, or nothing.
+    static QString orderIn(const MyOrderViewController *orders, const QString &state)
+    {
+        const QStringList ids = ordersWith(orders, state);
+        return ids.value(0);
+    }
+
+    static QStringList ordersWith(const MyOrderViewController *orders, const QString &state)
+    {
+        QStringList ids;
+        for (const Object_MyOrderList &order : orders->arraySource()) {
+            if (order.state == state)
+                ids.append(order.id);
+        }
+        return ids;
+    }
+
+    // A game of the catalogue that the signed-in account neither owns nor has ordered.
+    QString gameNotOwned()
+    {
+        QNetworkRequest request(QUrl(m_baseUrl + "/products.json?type=latest&page=1"));
+        QNetworkReply *reply = m_network.get(request);
+        QSignalSpy finished(reply, &QNetworkReply::finished);
+        finished.wait(10000);
+        const QVariantList games = QJsonDocument::fromJson(reply->readAll())
+                                           .toVariant()
+                                           .toMap()
+                                           .value(QStringLiteral("data"))
+                                           .toList();
+        reply->deleteLater();
+        auto *mine = new MyGamesViewController;
+        AppDelegate::shared()->visibleViewController()->navigationController()->pushViewController(
+                mine, false);
+        (void)QTest::qWaitFor([mine] { return !mine->arraySource().isEmpty(); }, 15000);
+        QStringList owned;
+        for (const Object_MyGameList &entry : mine->arraySource())
+            owned.append(entry.gameId);
+        mine->navigationController()->popViewController(false);
+        for (const QVariant &entry : games) {
+            const QString id = entry.toMap().value(QStringLiteral("id")).toString();
+            if (!owned.contains(id))
+                return id;
+        }
+        return {};
+    }
+
+    // Pays the order screen on top in the WeChat sandbox and waits for the purchase result.
+    bool payInTheSandbox()
+    {
+        if (!tap(QStringLiteral("confirmPayButton")))
+            return false;
+        // The sheet slides up from below the window before its button can be pressed.
+        QQuickItem *confirm = waitNamed(QStringLiteral("weChatPayConfirm"));
+        const QRectF screen(0, 0, m_window->width(), m_window->height());
+        const auto onScreen = [&] {
+            return screen.contains(
+                    confirm->mapToScene(QPointF(confirm->width() / 2, confirm->height() / 2)));
+        };
+        if (!confirm || !QTest::qWaitFor(onScreen, 15000)
+            || !QTest::qWaitFor([] { return platform::WeChatPayPrompt::shared().canConfirm(); },
+                                15000)
+            || !tarvel::test::tapWhenStill(m_window, confirm))
+            return false;
+        auto *result = waitForScreen<BuySuccessViewController>();
+        return result && result->title() == QStringLiteral("购买成功");
     }
 
     ICTabBarController *tabs() const
@@ -181,15 +255,60 @@ private slots:
         QVERIFY(tarvel::test::findText(root(), QStringLiteral("未付款")));
         snapshot(QStringLiteral("journey_2_orders.png"));
 
-        // Cancel the unpaid order from the list: no question, the list comes back without it.
+        // Pay the unpaid order from the list: the order screen with type 2, then the WeChat
+        // sandbox.
+        const QString unpaid = orderIn(orders, QStringLiteral("in_checkout"));
+        QVERIFY(!unpaid.isEmpty());
+        QVERIFY(tap(QStringLiteral("buttonPay")));
+        auto *confirm = waitForScreen<ConfirmOrderViewController>();
+        QVERIFY(confirm);
+        QCOMPARE(confirm->type(), 2);
+        QCOMPARE(confirm->gamesID(), QStringList{unpaid});
+        QVERIFY(QTest::qWaitFor([confirm] { return confirm->isOrderLoaded(); }, 20000));
+        QVERIFY(payInTheSandbox());
+        // "继续购物" leads back to the my page; the paid order is under "已完成".
+        QVERIFY(tap(QStringLiteral("buySuccessContinue")));
+        QVERIFY(waitForScreen<TabFourViewController>());
+        QVERIFY(tap(QStringLiteral("menuButton1")));
+        orders = waitForScreen<MyOrderViewController>();
+        QVERIFY(orders);
+        QVERIFY(tap(QStringLiteral("orderTab2")));
+        // The tab's own list: completed orders only, the one just paid among them.
+        QTRY_VERIFY(!orders->arraySource().isEmpty()
+                    && ordersWith(orders, QStringLiteral("completed")).size()
+                               == orders->arraySource().size()
+                    && ordersWith(orders, QStringLiteral("completed")).contains(unpaid));
+        QTRY_VERIFY(!platform::Hud::shared().isVisible());
+        snapshot(QStringLiteral("journey_3_paid.png"));
+        back();
+
+        // "立即购买" on a game's page, left unpaid, then cancelled from the list without a
+        // question.
+        const QString game = gameNotOwned();
+        QVERIFY(!game.isEmpty());
+        auto *page = new GoodsDetailViewController;
+        page->setGameId(game);
+        myPage->navigationController()->pushViewController(page, true);
+        QVERIFY(QTest::qWaitFor([page] { return page->isLoaded(); }, 20000));
+        QVERIFY(tap(QStringLiteral("buyNowButton")));
+        auto *oneKey = waitForScreen<ConfirmOrderViewController>();
+        QVERIFY(oneKey);
+        QCOMPARE(oneKey->type(), 1);
+        QVERIFY(QTest::qWaitFor([oneKey] { return oneKey->isOrderLoaded(); }, 20000));
+        const QString left = oneKey->sourceModel().order_id;
+        QVERIFY(!left.isEmpty());
+        myPage->navigationController()->popToRootViewController(true);
+        QVERIFY(waitForScreen<TabFourViewController>());
+        QVERIFY(tap(QStringLiteral("menuButton1")));
+        orders = waitForScreen<MyOrderViewController>();
+        QVERIFY(orders);
+        QVERIFY(tap(QStringLiteral("orderTab1")));
+        QTRY_COMPARE(ordersWith(orders, QStringLiteral("in_checkout")), QStringList{left});
         HudRecorder::shared().clear();
         QVERIFY(tap(QStringLiteral("buttonCancle")));
         QTRY_VERIFY(HudRecorder::shared().history().contains(QStringLiteral("正在取消...")));
-        QTRY_COMPARE(statesShown(orders).count(QStringLiteral("已取消")), 2);
-        QVERIFY(!statesShown(orders).contains(QStringLiteral("未付款")));
+        QTRY_VERIFY(orders->arraySource().isEmpty());
         QTRY_VERIFY(!findNamed(root(), QStringLiteral("buttonCancle")));
-        QVERIFY(tap(QStringLiteral("orderTab2")));
-        QTRY_COMPARE(statesShown(orders), QStringList{QStringLiteral("已完成")});
         back();
 
         // "帮助与反馈": the store's help page in the web view.
