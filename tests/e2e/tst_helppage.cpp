@@ -13,6 +13,7 @@
 #include "screens/account/HelpAndFeedbackViewController.h"
 #include "screens/store/NewsDetailViewController.h"
 
+#include <QImage>
 #include <QQmlExtensionPlugin>
 #include <QTcpServer>
 
@@ -46,6 +47,22 @@ private:
     std::unique_ptr<tarvel::test::InProcessStore> m_store;
     std::unique_ptr<platform::Window> m_window;
     std::unique_ptr<tarvel::test::PhoneWindow> m_phone;
+
+    // Whether the page's text has been drawn: the band under the bar, above where the HUD shows,
+    // holds more than one colour.
+    bool webPagePainted() const
+    {
+        const QImage shot = m_phone->window()->grabWindow();
+        const QRect middle(0, 80, shot.width(), shot.height() / 3 - 80);
+        const QRgb first = shot.pixel(middle.topLeft());
+        for (int y = middle.top(); y < middle.bottom(); y += 3) {
+            for (int x = middle.left(); x < middle.right(); x += 3) {
+                if (shot.pixel(x, y) != first)
+                    return true;
+            }
+        }
+        return false;
+    }
     platform::NavigationController *m_navigation = nullptr;
 
     void showStack()
@@ -100,10 +117,8 @@ private slots:
         QVERIFY(HudRecorder::shared().history().contains(QStringLiteral("正在加载")));
         QVERIFY(!Hud::shared().isVisible());
         QVERIFY(!tarvel::test::findNamed(m_phone->root(), "webPageFailed"));
-        // The engine paints a loaded page a moment later, with no signal for it; the picture is
-        // for review only, so it is taken after a short pause rather than asserted on.
-        QTest::qWait(1500);
-        QVERIFY(m_phone->waitForFrame());
+        // The engine paints a loaded page a moment after it says so.
+        QTRY_VERIFY_WITH_TIMEOUT(webPagePainted(), 15000);
         QVERIFY(m_phone->screenshot(QStringLiteral("help.png")));
     }
 
@@ -144,9 +159,7 @@ private slots:
         QCOMPARE(HudRecorder::shared().records().first(),
                  (HudRecorder::Record{Hud::Progress, QStringLiteral("正在加载"), false}));
         QVERIFY(!Hud::shared().isVisible());
-        // For review only, after the engine's paint (see the help page).
-        QTest::qWait(1500);
-        QVERIFY(m_phone->waitForFrame());
+        QTRY_VERIFY_WITH_TIMEOUT(webPagePainted(), 15000);
         QVERIFY(m_phone->screenshot(QStringLiteral("news_detail.png")));
 
         // Share: the fixed title (written unlike the list's), content and the page's address.
