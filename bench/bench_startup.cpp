@@ -45,7 +45,7 @@ constexpr int Runs = 10;
 constexpr int ScrollGames = 500;
 constexpr int ProbeTimeoutMs = 180000;
 const char *const ProbeArgument = "--probe";
-const char *const FloorArgument = "--floor";
+const char *const FloorExecutable = "bare_quick_window";
 
 qint64 nowMs()
 {
@@ -213,33 +213,6 @@ int runProbe(int argc, char *argv[])
     return app.exec();
 }
 
-// ---- the floor: a bare Qt Quick window ------------------------------------------------------
-
-// The least any Qt Quick app does before its first frame: one window of the app's size with one
-// line of Chinese text, on the same platform plugin.
-int runFloor(int argc, char *argv[])
-{
-    const qint64 launchedAt = qEnvironmentVariable("TARVEL_BENCH_LAUNCHED_AT").toLongLong();
-    QGuiApplication app(argc, argv);
-    QQmlApplicationEngine engine;
-    engine.loadData("import QtQuick\n"
-                    "Window { width: 375; height: 667; visible: true\n"
-                    "  Text { anchors.centerIn: parent; text: "
-                    "\"\u6b22\u8fce\u6765\u5230\u6e38\u620f\u5546\u5e97\" } }\n");
-    auto *window = engine.rootObjects().isEmpty()
-                           ? nullptr
-                           : qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
-    if (!window)
-        return 1;
-    QObject::connect(window, &QQuickWindow::frameSwapped, &app, [launchedAt] {
-        std::printf("floor first_frame=%lld rss_kb=%ld\n", nowMs() - launchedAt,
-                    residentKilobytes());
-        std::fflush(stdout);
-        QCoreApplication::exit(0);
-    });
-    return app.exec();
-}
-
 // ---- the benchmark: store, launches, report --------------------------------------------------
 
 // Copies the seeded catalogue under new ids until it holds at least `wanted` products.
@@ -281,9 +254,9 @@ struct Sample
     long rssKb = -1;
 };
 
-// Starts this executable with `argument` as a fresh app would start (own process, fresh app home,
+// Starts `program` with `arguments` as a fresh app would start (own process, fresh app home,
 // offscreen unless told otherwise) and answers the last line it printed, or nothing.
-QByteArray launchSelf(const QString &self, const char *argument, const QString &baseUrl)
+QByteArray launch(const QString &program, const QStringList &arguments, const QString &baseUrl)
 {
     QTemporaryDir home;
     QProcess probe;
@@ -296,7 +269,7 @@ QByteArray launchSelf(const QString &self, const char *argument, const QString &
     const qint64 launchedAt = nowMs();
     environment.insert(QStringLiteral("TARVEL_BENCH_LAUNCHED_AT"), QString::number(launchedAt));
     probe.setProcessEnvironment(environment);
-    probe.start(self, {QString::fromLatin1(argument)});
+    probe.start(program, arguments);
     if (!probe.waitForFinished(ProbeTimeoutMs) || probe.exitCode() != 0) {
         probe.kill();
         probe.waitForFinished();
@@ -307,7 +280,7 @@ QByteArray launchSelf(const QString &self, const char *argument, const QString &
 
 bool launchProbe(const QString &self, const QString &baseUrl, Sample *sample)
 {
-    const QByteArray line = launchSelf(self, ProbeArgument, baseUrl);
+    const QByteArray line = launch(self, {QString::fromLatin1(ProbeArgument)}, baseUrl);
     return std::sscanf(line.constData(),
                        "probe first_frame=%lld first_page=%lld scroll=%lld games=%lld rss_kb=%ld",
                        &sample->firstFrame, &sample->firstPage, &sample->scroll, &sample->games,
@@ -315,9 +288,12 @@ bool launchProbe(const QString &self, const QString &baseUrl, Sample *sample)
            == 5;
 }
 
-bool launchFloor(const QString &self, qint64 *firstFrame, long *rssKb)
+// The floor is its own small executable beside this one, so that it loads nothing of the app.
+bool launchFloor(qint64 *firstFrame, long *rssKb)
 {
-    const QByteArray line = launchSelf(self, FloorArgument, QString());
+    const QString floor = QCoreApplication::applicationDirPath() + QLatin1Char('/')
+                          + QLatin1String(FloorExecutable);
+    const QByteArray line = launch(floor, {}, QString());
     return std::sscanf(line.constData(), "floor first_frame=%lld rss_kb=%ld", firstFrame, rssKb)
            == 2;
 }
@@ -369,7 +345,7 @@ int runBenchmark(int argc, char *argv[])
         // The floor and the app take turns, so that both see the same machine.
         qint64 floorFrame = -1;
         long floorRss = -1;
-        if (launchFloor(QCoreApplication::applicationFilePath(), &floorFrame, &floorRss)) {
+        if (launchFloor(&floorFrame, &floorRss)) {
             floorFrames.push_back(floorFrame);
             floorRssMb.push_back(floorRss / 1024.0);
         } else {
@@ -417,8 +393,6 @@ int main(int argc, char *argv[])
     for (int i = 1; i < argc; ++i) {
         if (qstrcmp(argv[i], ProbeArgument) == 0)
             return runProbe(argc, argv);
-        if (qstrcmp(argv[i], FloorArgument) == 0)
-            return runFloor(argc, argv);
     }
     return runBenchmark(argc, argv);
 }

@@ -1,6 +1,7 @@
 #include "app/AppLaunch.h"
 
 #include "app/AppDelegate.h"
+#include "platform/kits/Application.h"
 #include "platform/ui/ImageNetworkFactory.h"
 #include "platform/ui/MemoryImageProvider.h"
 #include "platform/ui/WebView.h"
@@ -20,8 +21,19 @@ QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine
 {
     AppDelegate *delegate = AppDelegate::shared();
     delegate->followApplicationState(&application);
+    // The kits start in the launch's order, but their disk and network work waits for the window.
+    auto &kitsApplication = platform::Application::shared();
+    kitsApplication.expectFirstFrame();
     delegate->application_didFinishLaunchingWithOptions();
-    return loadMainWindow(engine);
+    QQuickWindow *window = loadMainWindow(engine);
+    if (!window) {
+        kitsApplication.firstFrameShown();
+        return nullptr;
+    }
+    QObject::connect(
+            window, &QQuickWindow::frameSwapped, &kitsApplication,
+            [] { platform::Application::shared().firstFrameShown(); }, Qt::SingleShotConnection);
+    return window;
 }
 
 QQuickWindow *loadMainWindow(QQmlApplicationEngine &engine)

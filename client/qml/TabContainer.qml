@@ -36,10 +36,21 @@ Item {
 
         Repeater {
             model: container.tabs
-            // By address, not by type: a tab shows a controller view, which may show tabs.
+            // A tab's view is made when the tab is first shown and kept from then on, so a launch
+            // draws only the selected tab. By address, not by type: a tab shows a controller view,
+            // which may show tabs.
             Loader {
                 required property var modelData
-                Component.onCompleted: setSource("ControllerView.qml", { controller: modelData })
+                required property int index
+                readonly property bool selected: container.tabBarController !== null
+                                                 && container.tabBarController.selectedIndex === index
+
+                function loadWhenShown() {
+                    if (selected && status === Loader.Null)
+                        setSource("ControllerView.qml", { controller: modelData })
+                }
+                onSelectedChanged: loadWhenShown()
+                Component.onCompleted: loadWhenShown()
             }
         }
     }

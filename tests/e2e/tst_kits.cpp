@@ -480,6 +480,52 @@ private slots:
         QCOMPARE(becameActive.count(), 1);
     }
 
+    // Launch work of the kits waits for the window's first frame (or the grace time), runs in
+    // the order asked, and is dropped with its context.
+    void workAfterTheFirstFrame_data()
+    {
+        QTest::addColumn<bool>("windowOnItsWay");
+        QTest::addColumn<bool>("frameShown");
+        QTest::addColumn<bool>("contextGone");
+        QTest::addColumn<QStringList>("ran");
+        const QStringList both{QStringLiteral("first"), QStringLiteral("second")};
+        QTest::newRow("no window: one pass later") << false << false << false << both;
+        QTest::newRow("after the first frame") << true << true << false << both;
+        QTest::newRow("no frame: after the grace time") << true << false << false << both;
+        QTest::newRow("context gone: dropped") << true << true << true << QStringList();
+    }
+
+    void workAfterTheFirstFrame()
+    {
+        QFETCH(bool, windowOnItsWay);
+        QFETCH(bool, frameShown);
+        QFETCH(bool, contextGone);
+        QFETCH(QStringList, ran);
+
+        auto &application = Application::shared();
+        if (windowOnItsWay)
+            application.expectFirstFrame();
+        auto context = std::make_unique<QObject>();
+        QStringList done;
+        application.afterFirstFrame(context.get(), [&done] { done << QStringLiteral("first"); });
+        application.afterFirstFrame(context.get(), [&done] { done << QStringLiteral("second"); });
+        QCoreApplication::processEvents();
+        if (windowOnItsWay)
+            QVERIFY(done.isEmpty());
+        if (contextGone)
+            context.reset();
+        if (frameShown)
+            application.firstFrameShown();
+        if (ran.isEmpty()) {
+            QCoreApplication::processEvents();
+            QVERIFY(!application.isWaitingForFirstFrame());
+        } else {
+            QTRY_COMPARE_WITH_TIMEOUT(done, ran, Application::FirstFrameGraceMs * 3);
+        }
+        QCOMPARE(done, ran);
+        QVERIFY(!application.isWaitingForFirstFrame());
+    }
+
     void shareSheetScreenshot()
     {
         platform::Window *window = AppDelegate::shared()->window();

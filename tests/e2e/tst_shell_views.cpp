@@ -64,6 +64,15 @@ Rectangle {
 }
 )";
 
+// Navigation stacks made under `item`, shown or not.
+int stacksMade(QQuickItem *item)
+{
+    int made = item->objectName() == QLatin1String("controllerStack") ? 1 : 0;
+    for (QQuickItem *child : item->childItems())
+        made += stacksMade(child);
+    return made;
+}
+
 } // namespace
 
 // The QML shell on screen: the launched app in Main.qml, the tab strip with its badge and slide,
@@ -221,6 +230,33 @@ private slots:
         QVERIFY(findText(root(), QStringLiteral("我的Tarvel")));
         QVERIFY(findText(root(), QStringLiteral("演示玩家")));
         snapshot(QStringLiteral("shell_my_page_tab.png"));
+    }
+
+    // Only the shown tab's screen is made at launch; another is made when first shown and then
+    // kept.
+    void tabViewsAreMadeWhenFirstShown()
+    {
+        launchAndShow();
+        waitForAnimations();
+        ICTabBarController *tabBar = launchedTabBar();
+        const auto rootOf = [tabBar](int tab) {
+            return qobject_cast<platform::NavigationController *>(tabBar->viewControllerAt(tab))
+                    ->viewControllers()
+                    .constFirst();
+        };
+        QVERIFY(rootOf(0)->isViewLoaded());
+        for (int tab = 1; tab < 4; ++tab)
+            QVERIFY2(!rootOf(tab)->isViewLoaded(), qPrintable(QString::number(tab)));
+        QCOMPARE(stacksMade(root()), 1);
+
+        click(findItem(root(), QStringLiteral("tabButton3")));
+        waitForAnimations();
+        QVERIFY(rootOf(3)->isViewLoaded());
+        click(findItem(root(), QStringLiteral("tabButton0")));
+        waitForAnimations();
+        QCOMPARE(stacksMade(root()), 2);
+        QVERIFY(!rootOf(1)->isViewLoaded());
+        QVERIFY(!rootOf(2)->isViewLoaded());
     }
 
     // The strip slides away and the content takes its room; shown again it slides back.

@@ -6,7 +6,12 @@
 
 namespace platform {
 
-Application::Application() = default;
+Application::Application()
+{
+    m_firstFrameGrace.setSingleShot(true);
+    m_firstFrameGrace.setInterval(FirstFrameGraceMs);
+    connect(&m_firstFrameGrace, &QTimer::timeout, this, &Application::firstFrameShown);
+}
 
 Application &Application::shared()
 {
@@ -65,14 +70,40 @@ void Application::registerUserNotificationSettings(const UserNotificationSetting
 void Application::registerForRemoteNotifications()
 {
     m_registeredForRemote = true;
-    QTimer::singleShot(0, this, &Application::deliverDeviceToken);
+    afterFirstFrame(this, [this] { deliverDeviceToken(); });
 }
 
 void Application::registerForRemoteNotificationTypes(UserNotificationTypes types)
 {
     m_remoteTypes = types;
     m_registeredForRemote = true;
-    QTimer::singleShot(0, this, &Application::deliverDeviceToken);
+    afterFirstFrame(this, [this] { deliverDeviceToken(); });
+}
+
+void Application::afterFirstFrame(QObject *context, std::function<void()> work)
+{
+    if (m_waitingForFirstFrame) {
+        m_afterFirstFrame.append({context, std::move(work)});
+        return;
+    }
+    QTimer::singleShot(0, context, std::move(work));
+}
+
+void Application::expectFirstFrame()
+{
+    m_waitingForFirstFrame = true;
+    m_firstFrameGrace.start();
+}
+
+void Application::firstFrameShown()
+{
+    m_firstFrameGrace.stop();
+    m_waitingForFirstFrame = false;
+    // Still one pass later, in the order asked, so the frame is out before the work starts.
+    for (Deferred &deferred : std::exchange(m_afterFirstFrame, {})) {
+        if (deferred.context)
+            QTimer::singleShot(0, deferred.context.data(), std::move(deferred.work));
+    }
 }
 
 QByteArray Application::deviceToken()

@@ -2,7 +2,12 @@
 
 #include "platform/kits/ApplicationDelegate.h"
 
+#include <QList>
 #include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <functional>
 
 namespace platform {
 
@@ -58,6 +63,16 @@ public:
     // The token the system gives this device (32 bytes, stable for the app home).
     static QByteArray deviceToken();
 
+    // Work that can wait for the window: the kits' disk and network at launch. While a window is
+    // on its way to its first frame (between expectFirstFrame() and firstFrameShown()) `work`
+    // waits for it, or for FirstFrameGraceMs at most; otherwise it runs one pass of the main
+    // queue later. Work whose `context` is gone by then is dropped.
+    void afterFirstFrame(QObject *context, std::function<void()> work);
+    void expectFirstFrame();
+    void firstFrameShown();
+    bool isWaitingForFirstFrame() const { return m_waitingForFirstFrame; }
+    static constexpr int FirstFrameGraceMs = 2000;
+
 signals:
     void applicationStateChanged(platform::Application::State state);
     void didBecomeActive();
@@ -77,6 +92,14 @@ private:
     UserNotificationSettings m_settings;
     UserNotificationTypes m_remoteTypes;
     bool m_registeredForRemote = false;
+    struct Deferred
+    {
+        QPointer<QObject> context;
+        std::function<void()> work;
+    };
+    QList<Deferred> m_afterFirstFrame;
+    bool m_waitingForFirstFrame = false;
+    QTimer m_firstFrameGrace;
 };
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "platform/kits/GeTuiService.h"
 
+#include "platform/kits/Application.h"
 #include "platform/kits/GeTuiSdk.h"
 #include "platform/kits/KitStorage.h"
 #include "platform/kits/SandboxClient.h"
@@ -49,7 +50,12 @@ bool GeTuiService::start(const QString &appId, const QString &appKey, const QStr
     pause();
     m_reconnectDelayMs = 0;
     setStatus(SdkStatusStarting);
-    registerClient();
+    // The registration reads the device key from disk and asks the store: after the first frame.
+    const quint64 generation = m_generation;
+    platform::Application::shared().afterFirstFrame(this, [this, generation] {
+        if (generation == m_generation && m_status == SdkStatusStarting)
+            registerClient();
+    });
     return true;
 }
 

@@ -2,7 +2,6 @@
 
 #include <QGuiApplication>
 #include <QQuickWindow>
-#include <QtWebView/QtWebView>
 
 #include <unistd.h>
 
@@ -34,12 +33,15 @@ WebView::WebView(QObject *parent)
 void WebView::prepareEngine()
 {
     switchOffSandboxForRoot();
+    // Only what must precede the application object: with a shared OpenGL context made by the
+    // application and Qt Quick drawing with OpenGL, the web engine has what it needs when the
+    // first page is opened, and its libraries are loaded only then. The offscreen platform
+    // (tests, snapshots) has no OpenGL; there both draw in software.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
-    QtWebView::initialize();
-    // The engine asks Qt Quick for OpenGL, which the offscreen platform (tests, snapshots) does
-    // not have; there both draw in software.
     if (qgetenv("QT_QPA_PLATFORM") == "offscreen")
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    else
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
 }
 
 void WebView::loadRequest(const QUrl &url)

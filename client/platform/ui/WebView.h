@@ -28,8 +28,8 @@ public:
 
     explicit WebView(QObject *parent = nullptr);
 
-    // Readies the web engine's process-wide settings; call once before the application object
-    // exists. Run as root, the engine's sandbox cannot start and is switched off.
+    // Readies the web engine's process-wide settings without starting it; call once before the
+    // application object exists. Run as root, the engine's sandbox cannot start and is switched off.
     static void prepareEngine();
 
     // Shows the page at `url`.
