@@ -116,8 +116,10 @@ public:
         if (!m_window)
             return false;
         connect(m_window, &QQuickWindow::frameSwapped, this, [this] {
-            if (m_firstFrame < 0)
+            if (m_firstFrame < 0) {
                 m_firstFrame = nowMs() - m_launchedAt;
+                m_firstFrameRssKb = residentKilobytes();
+            }
         });
         connect(&m_tick, &QTimer::timeout, this, [this] { step(); });
         m_tick.start(5);
@@ -132,6 +134,7 @@ private:
         if (m_firstPage < 0) {
             if (m_home->pageNum() >= 2 && coversOnScreenLoaded(m_window)) {
                 m_firstPage = nowMs() - m_launchedAt;
+                m_firstPageRssKb = residentKilobytes();
                 m_scrollStart = nowMs();
             }
             return;
@@ -182,9 +185,10 @@ private:
     {
         m_tick.stop();
         const qint64 scrolled = nowMs() - m_scrollStart;
-        std::printf("probe first_frame=%lld first_page=%lld scroll=%lld games=%lld rss_kb=%ld\n",
+        std::printf("probe first_frame=%lld first_page=%lld scroll=%lld games=%lld rss_kb=%ld "
+                    "first_frame_rss_kb=%ld first_page_rss_kb=%ld\n",
                     m_firstFrame, m_firstPage, scrolled, qint64(m_home->arraySource().size()),
-                    residentKilobytes());
+                    residentKilobytes(), m_firstFrameRssKb, m_firstPageRssKb);
         std::fflush(stdout);
         QCoreApplication::exit(0);
     }
@@ -195,6 +199,8 @@ private:
     QPointer<TabOneViewController> m_home;
     QTimer m_tick;
     qint64 m_firstFrame = -1;
+    long m_firstFrameRssKb = -1;
+    long m_firstPageRssKb = -1;
     qint64 m_firstPage = -1;
     qint64 m_scrollStart = -1;
     qint64 m_scrollEnd = -1;
@@ -252,6 +258,8 @@ struct Sample
     qint64 scroll = -1;
     qint64 games = 0;
     long rssKb = -1;
+    long firstFrameRssKb = -1;
+    long firstPageRssKb = -1;
 };
 
 // Starts `program` with `arguments` as a fresh app would start (own process, fresh app home,
@@ -282,10 +290,11 @@ bool launchProbe(const QString &self, const QString &baseUrl, Sample *sample)
 {
     const QByteArray line = launch(self, {QString::fromLatin1(ProbeArgument)}, baseUrl);
     return std::sscanf(line.constData(),
-                       "probe first_frame=%lld first_page=%lld scroll=%lld games=%lld rss_kb=%ld",
+                       "probe first_frame=%lld first_page=%lld scroll=%lld games=%lld rss_kb=%ld "
+                       "first_frame_rss_kb=%ld first_page_rss_kb=%ld",
                        &sample->firstFrame, &sample->firstPage, &sample->scroll, &sample->games,
-                       &sample->rssKb)
-           == 5;
+                       &sample->rssKb, &sample->firstFrameRssKb, &sample->firstPageRssKb)
+           == 7;
 }
 
 // The floor is its own small executable beside this one, so that it loads nothing of the app.
@@ -339,7 +348,7 @@ int runBenchmark(int argc, char *argv[])
     std::printf("start-up and scrolling against tarvel-store at %s, %d launches\n",
                 qPrintable(store.baseUrl()), Runs);
     std::vector<qint64> firstFrames, firstPages, scrolls, floorFrames;
-    std::vector<double> rssMb, floorRssMb;
+    std::vector<double> rssMb, floorRssMb, firstFrameRssMb, firstPageRssMb;
     qint64 games = 0;
     for (int run = 0; run < Runs; ++run) {
         // The floor and the app take turns, so that both see the same machine.
@@ -365,12 +374,16 @@ int runBenchmark(int argc, char *argv[])
         firstPages.push_back(sample.firstPage);
         scrolls.push_back(sample.scroll);
         rssMb.push_back(sample.rssKb / 1024.0);
+        firstFrameRssMb.push_back(sample.firstFrameRssKb / 1024.0);
+        firstPageRssMb.push_back(sample.firstPageRssKb / 1024.0);
         games = sample.games;
     }
     report("bare Qt Quick window, first frame", "ms", floorFrames, 0);
     report("bare Qt Quick window, memory", "MB", floorRssMb, 0);
     report("app: time to first frame", "ms", firstFrames, 0);
     report("app: first page with pictures", "ms", firstPages, 0);
+    report("app: memory at the first frame", "MB", firstFrameRssMb, 0);
+    report("app: memory at the first page", "MB", firstPageRssMb, 0);
     const qint64 floor = median(floorFrames);
     if (floor > 0 && !firstFrames.empty() && !firstPages.empty()) {
         std::printf("first frame / bare window: %.2f (goal: at most 2)\n",
