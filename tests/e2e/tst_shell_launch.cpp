@@ -174,8 +174,18 @@ private slots:
         AppDelegate *delegate = AppDelegate::shared();
         delegate->application_didFinishLaunchingWithOptions({});
 
-        // Built signed out first, then again with the user known.
+        // Built signed out first, then again with the user known. The first is replaced before
+        // it comes on screen: neither it nor its home screen loads a view.
         QCOMPARE(pendingTabBars(), 2);
+        for (ICTabBarController *tabBar :
+             delegate->window()->findChildren<ICTabBarController *>(Qt::FindDirectChildrenOnly)) {
+            const bool shown = tabBar == launchedTabBar();
+            auto *home = qobject_cast<platform::NavigationController *>(tabBar->viewControllerAt(0))
+                                 ->viewControllers()
+                                 .constFirst();
+            QCOMPARE(tabBar->isViewLoaded(), shown);
+            QCOMPARE(home->isViewLoaded(), shown);
+        }
         QVERIFY(delegate->userLogin());
         QCOMPARE(delegate->userLogin()->account_id,
                  data.value(QStringLiteral("account_id")).toString());

@@ -28,33 +28,57 @@ void Window::setRootViewController(ViewController *root)
         qWarning("Window: a controller inside another one cannot become the root");
         return;
     }
+    if (m_placingRoot) {
+        // Set while the previous root is being placed (from its viewDidLoad, as the launch does):
+        // it comes on screen once that placement is over, and a root replaced again before then
+        // never appears and loads no view.
+        if (m_root)
+            m_replacedWhilePlacing.append(m_root);
+        linkRoot(root);
+        return;
+    }
     m_transition.finish();
-    ViewController *old = m_root;
     const int oldPresented = presentedCount();
     ViewController *leaving = topViewController();
-    if (old)
-        old->m_window = nullptr;
-    if (old)
-        disconnect(old, &QObject::destroyed, this, nullptr);
-    m_root = root;
-    if (root) {
-        root->setParent(this);
-        root->m_window = this;
-        // A root deleted from outside leaves an empty window behind, and says so.
-        connect(root, &QObject::destroyed, this, [this] {
-            emit rootViewControllerChanged();
-            emit presentedViewControllersChanged();
-        });
+    QList<ViewController *> removed;
+    if (m_root)
+        removed.append(m_root);
+    linkRoot(root);
+    m_placingRoot = true;
+    for (;;) {
+        ViewController *placing = m_root;
+        AppearanceTransition::Change change;
+        change.from = leaving;
+        change.to = placing;
+        change.removed = removed;
+        m_transition.start(contentState(), std::move(change), false);
+        if (m_root == placing)
+            break;
+        leaving = placing->topOfPresentationChain();
+        removed = std::exchange(m_replacedWhilePlacing, {});
     }
-    AppearanceTransition::Change change;
-    change.from = leaving;
-    change.to = root;
-    if (old)
-        change.removed.append(old);
-    m_transition.start(contentState(), std::move(change), false);
+    m_placingRoot = false;
     emit rootViewControllerChanged();
     if (oldPresented > 0)
         emit presentedViewControllersChanged();
+}
+
+void Window::linkRoot(ViewController *root)
+{
+    if (m_root) {
+        m_root->m_window = nullptr;
+        disconnect(m_root, &QObject::destroyed, this, nullptr);
+    }
+    m_root = root;
+    if (!root)
+        return;
+    root->setParent(this);
+    root->m_window = this;
+    // A root deleted from outside leaves an empty window behind, and says so.
+    connect(root, &QObject::destroyed, this, [this] {
+        emit rootViewControllerChanged();
+        emit presentedViewControllersChanged();
+    });
 }
 
 void Window::makeKeyAndVisible()

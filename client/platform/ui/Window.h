@@ -67,8 +67,12 @@ private:
     void runDismissal(ViewController *presenter, ViewController *leaving, ViewController *target,
                       bool animated, ViewController::Completion completion);
     ViewController::Appearance contentState() const;
+    void linkRoot(ViewController *root);
 
     QPointer<ViewController> m_root;
+    // While a root is being placed, the roots set and replaced again meanwhile.
+    QList<ViewController *> m_replacedWhilePlacing;
+    bool m_placingRoot = false;
     bool m_visible = false;
     bool m_drivenByView = false;
     AppearanceTransition m_transition;
