@@ -24,6 +24,7 @@ Item {
         objectName: "homeGrid"
         anchors.fill: parent
         anchors.topMargin: Theme.navigationBarHeight
+                           + (offlineBanner.visible ? offlineBanner.height : 0)
         clip: true
         cellWidth: width / 2
         cellHeight: (view.controller ? view.controller.coverHeight : 97) + 92
@@ -144,6 +145,40 @@ Item {
         anchors.top: parent.top
         height: Theme.navigationBarHeight
         color: Theme.navigationBar
+    }
+
+    // Shown from what was kept of earlier visits while the network is away.
+    Rectangle {
+        id: offlineBanner
+        objectName: "homeOfflineBanner"
+        readonly property LabelState label: view.controller ? view.controller.labelOffline : null
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.topMargin: Theme.navigationBarHeight
+        height: Theme.offlineBannerHeight
+        visible: label !== null && !label.hidden
+        color: Theme.offlineBanner
+
+        Text {
+            objectName: "homeOfflineText"
+            anchors.fill: parent
+            anchors.leftMargin: Theme.spacingRegular
+            anchors.rightMargin: Theme.spacingRegular
+            verticalAlignment: Text.AlignVCenter
+            horizontalAlignment: Text.AlignHCenter
+            elide: Text.ElideRight
+            text: parent.label ? parent.label.text : ""
+            color: Theme.offlineBannerText
+            font.pixelSize: Theme.fontFootnote
+        }
+        Rectangle {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            height: Theme.hairlineWidth
+            color: Theme.offlineBannerLine
+        }
     }
 
     // Until the first home answer: the whole page is a retry button.
