@@ -16,8 +16,7 @@ inline int startStoreOnPort(QProcess &process, const QStringList &arguments, int
                             int timeoutMs = 20000)
 {
     process.setProgram(InProcessStore::executablePath());
-    process.setArguments(arguments
-                         + QStringList{QStringLiteral("--port"), QString::number(port)});
+    process.setArguments(arguments + QStringList{QStringLiteral("--port"), QString::number(port)});
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start();
     if (!process.waitForStarted(10000))

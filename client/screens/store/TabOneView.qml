@@ -31,15 +31,19 @@ Item {
         model: view.controller ? view.controller.collectionMenu : null
         cacheBuffer: 400
 
-        header: Column {
+        // Placed by bindings rather than a Column, whose height follows only at the next polish:
+        // a header growing after the grid has laid out its first row leaves the page scrolled
+        // past the carousel. The carousel shows from the controller's rows for the same reason.
+        header: Item {
             width: grid.width
+            height: sortStrip.y + sortStrip.height + 10
 
             Item {
                 id: carousel
                 width: parent.width
                 // The carousel pictures are 750 x 300.
                 height: Math.round(width * 0.4)
-                visible: banners.count > 0
+                visible: view.controller !== null && view.controller.scrollBanner.count > 0
 
                 ListView {
                     id: banners
@@ -85,6 +89,8 @@ Item {
             }
 
             Item {
+                id: sortStrip
+                y: carousel.visible ? carousel.height : 0
                 width: parent.width
                 height: 44
                 Repeater {
@@ -99,11 +105,6 @@ Item {
                         font.pixelSize: Theme.fontBody
                     }
                 }
-            }
-
-            Item {
-                width: parent.width
-                height: 10
             }
         }
 
