@@ -169,12 +169,10 @@ private slots:
         // Cut one file short, as a crash while writing might.
         const QStringList files = QDir(folder.path()).entryList(QDir::Files);
         QCOMPARE(files.size(), 2);
-        for (const QString &name : files) {
-            QFile file(QDir(folder.path()).filePath(name));
-            QVERIFY(file.open(QIODevice::ReadWrite));
-            if (file.size() > 0 && name == files.first())
-                QVERIFY(file.resize(6));
-        }
+        QFile damaged(QDir(folder.path()).filePath(files.first()));
+        QVERIFY(damaged.open(QIODevice::ReadWrite));
+        QVERIFY(damaged.resize(6));
+        damaged.close();
         AnswerCache again(folder.path());
         QCOMPARE(again.count(), 1);
         const bool aKept = again.contains(QStringLiteral("GET a"));
