@@ -4,7 +4,6 @@
 #include "platform/ui/ImageNetworkFactory.h"
 #include "platform/ui/MemoryImageProvider.h"
 #include "platform/ui/WebView.h"
-#include "service/NetWorkHelper.h"
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -25,26 +24,8 @@ QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine
     return loadMainWindow(engine);
 }
 
-namespace {
-
-// Pictures follow the catalogue: while it is shown from kept answers, so are they.
-void followOfflineState()
-{
-    static bool following = false;
-    if (following)
-        return;
-    following = true;
-    OfflineState *state = NetWorkHelper::shareInstance()->offlineState();
-    QObject::connect(state, &OfflineState::answeredFromCacheChanged, state, [state] {
-        platform::ImageNetworkFactory::setPreferKeptPictures(state->answeredFromCache());
-    });
-}
-
-} // namespace
-
 QQuickWindow *loadMainWindow(QQmlApplicationEngine &engine)
 {
-    followOfflineState();
     engine.addImportPath(QStringLiteral("qrc:/"));
     platform::ImageNetworkFactory::install(&engine);
     platform::MemoryImageProvider::install(&engine);

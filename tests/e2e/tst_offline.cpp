@@ -352,10 +352,8 @@ private slots:
         }
         m_store->stop();
         // A manager of its own, as after a relaunch: only the disk holds the picture.
-        platform::ImageNetworkFactory::setPreferKeptPictures(true);
         std::unique_ptr<QNetworkAccessManager> offlineNetwork(factory.create(nullptr));
         const auto [kept, fromCache] = fetch(*offlineNetwork, cover);
-        platform::ImageNetworkFactory::setPreferKeptPictures(false);
         QCOMPARE(kept, picture);
         QVERIFY(fromCache);
         // A picture never shown is not there.

@@ -205,7 +205,6 @@ private slots:
         QVERIFY(!home()->buttonRefresh());
         QCOMPARE(home()->scrollBanner()->count(), home()->arrayImageBanner().size());
         QVERIFY(carouselOnScreen());
-        QVERIFY(platform::ImageNetworkFactory::prefersKeptPictures());
         snapshot(QStringLiteral("offline_1_home_banner.png"));
 
         GoodsDetailViewController *keptGame = openFirstGame();
@@ -222,7 +221,6 @@ private slots:
         QVERIFY(!NetWorkHelper::shareInstance()->offlineState()->answeredFromCache());
         QTRY_VERIFY(HudRecorder::shared().history().contains(QStringLiteral("正在加载")));
         QVERIFY(QTest::qWaitFor([this] { return homeShowsCovers(); }, 20000));
-        QVERIFY(!platform::ImageNetworkFactory::prefersKeptPictures());
         snapshot(QStringLiteral("offline_3_back_online.png"));
     }
 };

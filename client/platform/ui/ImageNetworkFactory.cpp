@@ -10,13 +10,9 @@
 #include <QQmlEngine>
 #include <QThread>
 
-#include <atomic>
-
 namespace platform {
 
 namespace {
-
-std::atomic<bool> preferKeptPictures = false;
 
 // QML's picture loader asks for HTTP pipelining. Servers that answer only the first of pipelined
 // requests (the store among them) then leave the other pictures waiting until the connection
@@ -32,10 +28,6 @@ protected:
     {
         QNetworkRequest sequential(request);
         sequential.setAttribute(QNetworkRequest::HttpPipeliningAllowedAttribute, false);
-        // Offline a kept picture is shown however old it is, instead of failing to revalidate it.
-        if (preferKeptPictures)
-            sequential.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
-                                    QNetworkRequest::PreferCache);
         return QNetworkAccessManager::createRequest(operation, sequential, outgoingData);
     }
 };
@@ -72,16 +64,6 @@ QNetworkAccessManager *ImageNetworkFactory::create(QObject *parent)
         manager->setCache(cache);
     }
     return manager;
-}
-
-void ImageNetworkFactory::setPreferKeptPictures(bool prefer)
-{
-    preferKeptPictures = prefer;
-}
-
-bool ImageNetworkFactory::prefersKeptPictures()
-{
-    return preferKeptPictures;
 }
 
 void ImageNetworkFactory::install(QQmlEngine *engine)

@@ -20,10 +20,6 @@ public:
     // Makes `engine` load through the app's factory (which outlives every engine).
     static void install(QQmlEngine *engine);
     static QString cacheDirectory();
-    // While the store cannot be reached, pictures come from the disk cache whenever it holds them,
-    // fresh or not. Safe to call from any thread.
-    static void setPreferKeptPictures(bool prefer);
-    static bool prefersKeptPictures();
 
     static constexpr qint64 MaximumCacheSize = 64 * 1024 * 1024;
 };
