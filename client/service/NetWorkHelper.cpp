@@ -110,6 +110,24 @@ QString keyOf(const QNetworkRequest &request)
     return QStringLiteral("GET ") + request.url().toString(QUrl::FullyEncoded);
 }
 
+// Keeps a successful answer, or puts the kept one in place of no answer from an unreachable
+// store. True when the answer now comes from the cache.
+bool keepOrRecall(QNetworkReply *reply, Answer &answer, AnswerCache &cache)
+{
+    const QString key = keyOf(reply->request());
+    if (answer.succeeded) {
+        cache.store(key, answer.body.toByteArray());
+        return false;
+    }
+    if (!storeUnreachable(reply))
+        return false;
+    const std::optional<QByteArray> kept = cache.lookup(key);
+    if (!kept)
+        return false;
+    answer = Answer{true, *kept, QVariant()};
+    return true;
+}
+
 } // namespace
 
 NetWorkHelper *NetWorkHelper::shareInstance()
@@ -208,17 +226,8 @@ void NetWorkHelper::whenFinished(QNetworkReply *reply, Completion completion, Ke
             [this, reply, keep, completion = std::move(completion)] {
                 reply->deleteLater();
                 Answer answer = answerOf(reply);
-                if (keep == Keep::Yes) {
-                    const QString key = keyOf(reply->request());
-                    if (answer.succeeded) {
-                        m_answerCache->store(key, answer.body.toByteArray());
-                    } else if (storeUnreachable(reply)) {
-                        if (const std::optional<QByteArray> kept = m_answerCache->lookup(key)) {
-                            answer = Answer{true, *kept, QVariant()};
-                            m_offlineState->noteAnsweredFromCache();
-                        }
-                    }
-                }
+                if (keep == Keep::Yes && keepOrRecall(reply, answer, *m_answerCache))
+                    m_offlineState->noteAnsweredFromCache();
                 completion(answer.succeeded, answer.body, answer.error);
                 // After the callbacks, so that what the network's return sets off comes last.
                 if (reachedStore(reply))
