@@ -101,4 +101,10 @@ QtObject {
     // the crop frame
     readonly property color photoEditorBackground: "black"
     readonly property color photoEditorVeil: Qt.rgba(0, 0, 0, 0.6)
+
+    // The slim notice over a page shown from what was kept while the network is away
+    readonly property color offlineBanner: "#fff6e5"
+    readonly property color offlineBannerText: "#a8650a"
+    readonly property color offlineBannerLine: "#f3dcb2"
+    readonly property int offlineBannerHeight: 28
 }

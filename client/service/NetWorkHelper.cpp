@@ -1,12 +1,14 @@
 #include "service/NetWorkHelper.h"
 
 #include "platform/HTTPCookieStorage.h"
+#include "platform/SandboxPaths.h"
 #include "service/ApplicationState.h"
 #include "util/AppConfig.h"
 #include "util/ObjectDescription.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QDir>
 #include <QHttpMultiPart>
 #include <QJsonDocument>
 #include <QNetworkAccessManager>
@@ -83,6 +85,49 @@ QString firstValidationMessage(const QVariantMap &data)
     return objectDescription(first);
 }
 
+bool reachedStore(QNetworkReply *reply)
+{
+    return reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
+}
+
+// Nothing answered because the store could not be reached (refused, unreachable, timed out, the
+// connection dropped): the cases a kept answer stands in for. An HTTP error is the store's answer.
+bool storeUnreachable(QNetworkReply *reply)
+{
+    const QNetworkReply::NetworkError error = reply->error();
+    return !reachedStore(reply) && error != QNetworkReply::NoError
+           && error < QNetworkReply::ContentAccessDenied;
+}
+
+QString keptAnswersDirectory()
+{
+    const QString caches = platform::SandboxPaths::caches();
+    return caches.isEmpty() ? QString() : QDir(caches).filePath(QStringLiteral("answers"));
+}
+
+QString keyOf(const QNetworkRequest &request)
+{
+    return QStringLiteral("GET ") + request.url().toString(QUrl::FullyEncoded);
+}
+
+// Keeps a successful answer, or puts the kept one in place of no answer from an unreachable
+// store. True when the answer now comes from the cache.
+bool keepOrRecall(QNetworkReply *reply, Answer &answer, AnswerCache &cache)
+{
+    const QString key = keyOf(reply->request());
+    if (answer.succeeded) {
+        cache.store(key, answer.body.toByteArray());
+        return false;
+    }
+    if (!storeUnreachable(reply))
+        return false;
+    const std::optional<QByteArray> kept = cache.lookup(key);
+    if (!kept)
+        return false;
+    answer = Answer{true, *kept, QVariant()};
+    return true;
+}
+
 } // namespace
 
 NetWorkHelper *NetWorkHelper::shareInstance()
@@ -94,10 +139,24 @@ NetWorkHelper *NetWorkHelper::shareInstance()
 NetWorkHelper::NetWorkHelper()
     : QObject(QCoreApplication::instance())
     , m_networkManager(new QNetworkAccessManager(this))
+    , m_answerCache(std::make_unique<AnswerCache>(keptAnswersDirectory()))
+    , m_offlineState(new OfflineState(this))
     , m_clock([] { return QDateTime::currentMSecsSinceEpoch() / 1000.0; })
 {
     platform::HTTPCookieStorage::attachTo(m_networkManager);
     m_networkManager->setTransferTimeout(DefaultTimeoutMs);
+    m_offlineState->setProbe([this](std::function<void(bool)> done) { probeStore(done); });
+}
+
+void NetWorkHelper::probeStore(std::function<void(bool reached)> done)
+{
+    QNetworkRequest request{QUrl(apiUrl(QStringLiteral("/store.json")))};
+    request.setTransferTimeout(ProbeTimeoutMs);
+    QNetworkReply *reply = m_networkManager->get(request);
+    connect(reply, &QNetworkReply::finished, this, [reply, done = std::move(done)] {
+        reply->deleteLater();
+        done(reachedStore(reply));
+    });
 }
 
 void NetWorkHelper::setClock(std::function<double()> secondsSince1970)
@@ -161,13 +220,19 @@ QNetworkReply *NetWorkHelper::sendMultipart(const QString &url, const RequestPar
     return reply;
 }
 
-void NetWorkHelper::whenFinished(QNetworkReply *reply, Completion completion)
+void NetWorkHelper::whenFinished(QNetworkReply *reply, Completion completion, Keep keep)
 {
-    connect(reply, &QNetworkReply::finished, this, [reply, completion = std::move(completion)] {
-        reply->deleteLater();
-        const Answer answer = answerOf(reply);
-        completion(answer.succeeded, answer.body, answer.error);
-    });
+    connect(reply, &QNetworkReply::finished, this,
+            [this, reply, keep, completion = std::move(completion)] {
+                reply->deleteLater();
+                Answer answer = answerOf(reply);
+                if (keep == Keep::Yes && keepOrRecall(reply, answer, *m_answerCache))
+                    m_offlineState->noteAnsweredFromCache();
+                completion(answer.succeeded, answer.body, answer.error);
+                // After the callbacks, so that what the network's return sets off comes last.
+                if (reachedStore(reply))
+                    m_offlineState->noteStoreReached();
+            });
 }
 
 QString NetWorkHelper::apiUrl(const QString &path)
@@ -177,16 +242,18 @@ QString NetWorkHelper::apiUrl(const QString &path)
 
 void NetWorkHelper::sendForEnvelope(Verb verb, const RequestParams &params, const QString &url,
                                     const EndFn &endFn, const SuccessFn &successFn,
-                                    const FailureFn &failureFn)
+                                    const FailureFn &failureFn, Keep keep)
 {
     // Error statuses are judged by their envelope like any other answer; a failure without a body
     // ends in the parser's unreadable-answer branch.
-    whenFinished(send(verb, url, params),
-                 [endFn, successFn, failureFn](bool, const QVariant &body, const QVariant &) {
-                     if (endFn)
-                         endFn(body);
-                     parseResponse(body, successFn, failureFn);
-                 });
+    whenFinished(
+            send(verb, url, params),
+            [endFn, successFn, failureFn](bool, const QVariant &body, const QVariant &) {
+                if (endFn)
+                    endFn(body);
+                parseResponse(body, successFn, failureFn);
+            },
+            keep);
 }
 
 void NetWorkHelper::responseWithParams(const RequestParams &params, const QString &url,

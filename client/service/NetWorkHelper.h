@@ -2,6 +2,8 @@
 
 #include "models/Object_QiNiu.h"
 #include "models/Object_UpFile.h"
+#include "service/AnswerCache.h"
+#include "service/OfflineState.h"
 #include "service/RequestParams.h"
 #include "service/ServiceCallbacks.h"
 
@@ -14,6 +16,7 @@
 #include <QVariant>
 
 #include <functional>
+#include <memory>
 
 class QNetworkAccessManager;
 class QNetworkReply;
@@ -27,12 +30,18 @@ class NetWorkHelper : public QObject
     Q_OBJECT
 public:
     static constexpr int DefaultTimeoutMs = 15000;
+    static constexpr int ProbeTimeoutMs = 5000;
 
     static NetWorkHelper *shareInstance();
 
     // The HTTP client: shared cookie store, transfer timeout DefaultTimeoutMs (tests lower it with
     // networkManager()->setTransferTimeout()).
     QNetworkAccessManager *networkManager() const { return m_networkManager; }
+
+    // The catalogue's kept answers (under Library/Caches/answers): its GETs are answered from
+    // them when the store cannot be reached, and offlineState() tells whether that happened.
+    AnswerCache *answerCache() const { return m_answerCache.get(); }
+    OfflineState *offlineState() const { return m_offlineState; }
 
     // Seconds since 1970 as the captcha address uses them; tests pin the clock.
     void setClock(std::function<double()> secondsSince1970);
@@ -174,6 +183,9 @@ public:
 
 private:
     enum class Verb { Get, Post, Put };
+    // Whether the answer is kept, and given again when the store cannot be reached: only for
+    // catalogue reads, never for anything that changes data or belongs to the user.
+    enum class Keep { No, Yes };
     // Whether a request carries the signed-in user's "authenticity_token".
     enum class TokenRule {
         Always, // whenever someone is signed in
@@ -195,16 +207,20 @@ private:
                                const MutableStartFn &startFn, const EndFn &endFn,
                                const SuccessFn &successFn, const FailureFn &failureFn);
     void sendForEnvelope(Verb verb, const RequestParams &params, const QString &url,
-                         const EndFn &endFn, const SuccessFn &successFn,
-                         const FailureFn &failureFn);
+                         const EndFn &endFn, const SuccessFn &successFn, const FailureFn &failureFn,
+                         Keep keep = Keep::No);
     // Calls `completion` once when `reply` ends: whether it succeeded (no transport error and a
     // 2xx status), the body (invalid when nothing answered at all) and the transport error.
     using Completion
             = std::function<void(bool succeeded, const QVariant &body, const QVariant &error)>;
-    void whenFinished(QNetworkReply *reply, Completion completion);
+    void whenFinished(QNetworkReply *reply, Completion completion, Keep keep = Keep::No);
+    // Sends one cheap GET to the store and tells `done` whether anything answered.
+    void probeStore(std::function<void(bool reached)> done);
     static QString apiUrl(const QString &path); // ApiBaseUrl() + path, plain concatenation
     QString captchaPath() const;
 
     QNetworkAccessManager *m_networkManager = nullptr;
+    std::unique_ptr<AnswerCache> m_answerCache;
+    OfflineState *m_offlineState = nullptr;
     std::function<double()> m_clock;
 };

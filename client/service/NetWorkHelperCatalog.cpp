@@ -1,4 +1,5 @@
-// Catalogue operations of NetWorkHelper: anonymous GETs answered with the store's envelope.
+// Catalogue operations of NetWorkHelper: anonymous GETs answered with the store's envelope. Their
+// answers are kept and given again when the store cannot be reached.
 #include "service/NetWorkHelper.h"
 
 void NetWorkHelper::getHomepageDataWithStartFn(const StartFn &startFn, const EndFn &endFn,
@@ -11,7 +12,7 @@ void NetWorkHelper::getHomepageDataWithStartFn(const StartFn &startFn, const End
         startFn(unsent);
     }
     sendForEnvelope(Verb::Get, {}, apiUrl(QStringLiteral("/store.json")), endFn, successFn,
-                    failureFn);
+                    failureFn, Keep::Yes);
 }
 
 void NetWorkHelper::getWithEditableParams(RequestParams params, const QString &url,
@@ -23,7 +24,7 @@ void NetWorkHelper::getWithEditableParams(RequestParams params, const QString &u
         startFn(sent);
         params.updateFrom(sent);
     }
-    sendForEnvelope(Verb::Get, params, url, endFn, successFn, failureFn);
+    sendForEnvelope(Verb::Get, params, url, endFn, successFn, failureFn, Keep::Yes);
 }
 
 void NetWorkHelper::getGameListWithType(const QString &type, const QString &page,

@@ -10,14 +10,13 @@
 
 namespace tarvel::test {
 
-// Starts the tarvel-store program with `arguments` on a port the system picks (--port 0) and
-// returns the port it reports listening on; 0 when it does not come up within `timeoutMs`. No
-// port is chosen beforehand, so no other test can take it in between.
-inline int startStoreOnAnyPort(QProcess &process, const QStringList &arguments,
-                               int timeoutMs = 20000)
+// Starts the tarvel-store program with `arguments` on `port` (0: one the system picks) and returns
+// the port it reports listening on; 0 when it does not come up within `timeoutMs`.
+inline int startStoreOnPort(QProcess &process, const QStringList &arguments, int port,
+                            int timeoutMs = 20000)
 {
     process.setProgram(InProcessStore::executablePath());
-    process.setArguments(arguments + QStringList{QStringLiteral("--port"), QStringLiteral("0")});
+    process.setArguments(arguments + QStringList{QStringLiteral("--port"), QString::number(port)});
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start();
     if (!process.waitForStarted(10000))
@@ -34,6 +33,14 @@ inline int startStoreOnAnyPort(QProcess &process, const QStringList &arguments,
             return match.captured(1).toInt();
     }
     return 0;
+}
+
+// The same on a port the system picks. No port is chosen beforehand, so no other test can take it
+// in between.
+inline int startStoreOnAnyPort(QProcess &process, const QStringList &arguments,
+                               int timeoutMs = 20000)
+{
+    return startStoreOnPort(process, arguments, 0, timeoutMs);
 }
 
 } // namespace tarvel::test

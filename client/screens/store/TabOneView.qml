@@ -24,21 +24,26 @@ Item {
         objectName: "homeGrid"
         anchors.fill: parent
         anchors.topMargin: Theme.navigationBarHeight
+                           + (offlineBanner.visible ? offlineBanner.height : 0)
         clip: true
         cellWidth: width / 2
         cellHeight: (view.controller ? view.controller.coverHeight : 97) + 92
         model: view.controller ? view.controller.collectionMenu : null
         cacheBuffer: 400
 
-        header: Column {
+        // Placed by bindings rather than a Column, whose height follows only at the next polish:
+        // a header growing after the grid has laid out its first row leaves the page scrolled
+        // past the carousel. The carousel shows from the controller's rows for the same reason.
+        header: Item {
             width: grid.width
+            height: sortStrip.y + sortStrip.height + 10
 
             Item {
                 id: carousel
                 width: parent.width
                 // The carousel pictures are 750 x 300.
                 height: Math.round(width * 0.4)
-                visible: banners.count > 0
+                visible: view.controller !== null && view.controller.scrollBanner.count > 0
 
                 ListView {
                     id: banners
@@ -84,6 +89,8 @@ Item {
             }
 
             Item {
+                id: sortStrip
+                y: carousel.visible ? carousel.height : 0
                 width: parent.width
                 height: 44
                 Repeater {
@@ -98,11 +105,6 @@ Item {
                         font.pixelSize: Theme.fontBody
                     }
                 }
-            }
-
-            Item {
-                width: parent.width
-                height: 10
             }
         }
 
@@ -144,6 +146,40 @@ Item {
         anchors.top: parent.top
         height: Theme.navigationBarHeight
         color: Theme.navigationBar
+    }
+
+    // Shown from what was kept of earlier visits while the network is away.
+    Rectangle {
+        id: offlineBanner
+        objectName: "homeOfflineBanner"
+        readonly property LabelState label: view.controller ? view.controller.labelOffline : null
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.topMargin: Theme.navigationBarHeight
+        height: Theme.offlineBannerHeight
+        visible: label !== null && !label.hidden
+        color: Theme.offlineBanner
+
+        Text {
+            objectName: "homeOfflineText"
+            anchors.fill: parent
+            anchors.leftMargin: Theme.spacingRegular
+            anchors.rightMargin: Theme.spacingRegular
+            verticalAlignment: Text.AlignVCenter
+            horizontalAlignment: Text.AlignHCenter
+            elide: Text.ElideRight
+            text: parent.label ? parent.label.text : ""
+            color: Theme.offlineBannerText
+            font.pixelSize: Theme.fontFootnote
+        }
+        Rectangle {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            height: Theme.hairlineWidth
+            color: Theme.offlineBannerLine
+        }
     }
 
     // Until the first home answer: the whole page is a retry button.

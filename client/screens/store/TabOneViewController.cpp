@@ -49,6 +49,7 @@ TabOneViewController::TabOneViewController(QObject *parent)
     , m_collectionMenu(new platform::RowModel(HomePageViewCell().row().keys(), this))
     , m_header(new platform::RefreshHeader(this))
     , m_footer(new platform::RefreshFooter(this))
+    , m_labelOffline(new platform::Label(this))
 {
     setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/TabOneView.qml")));
     setTitleViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/TabOneTitleView.qml")));
@@ -60,6 +61,18 @@ TabOneViewController::TabOneViewController(QObject *parent)
             &TabOneViewController::loadFirstPage);
     connect(m_footer, &platform::RefreshFooter::loadMoreRequested, this,
             &TabOneViewController::loadNextPage);
+    followOfflineState();
+}
+
+void TabOneViewController::followOfflineState()
+{
+    m_labelOffline->setText(QStringLiteral("网络不可用，显示的是上次浏览的内容"));
+    OfflineState *state = NetWorkHelper::shareInstance()->offlineState();
+    m_labelOffline->setHidden(!state->answeredFromCache());
+    connect(state, &OfflineState::answeredFromCacheChanged, this,
+            [this, state] { m_labelOffline->setHidden(!state->answeredFromCache()); });
+    // What is on the page is out of date: fetch it all again.
+    connect(state, &OfflineState::networkReturned, this, &TabOneViewController::refreshData);
 }
 
 void TabOneViewController::setScreenWidth(qreal width)

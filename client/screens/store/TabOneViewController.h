@@ -33,6 +33,7 @@ class TabOneViewController : public Q9FatherViewController
     Q_PROPERTY(platform::RefreshHeader *refreshHeader READ refreshHeader CONSTANT)
     Q_PROPERTY(platform::RefreshFooter *refreshFooter READ refreshFooter CONSTANT)
     Q_PROPERTY(platform::Label *labelRedDot READ labelRedDot NOTIFY labelRedDotChanged)
+    Q_PROPERTY(platform::Label *labelOffline READ labelOffline CONSTANT)
     Q_PROPERTY(QString viewType READ viewType NOTIFY viewTypeChanged)
     Q_PROPERTY(qreal screenWidth READ screenWidth WRITE setScreenWidth NOTIFY geometryChanged)
     Q_PROPERTY(qreal itemWidth READ itemWidth NOTIFY geometryChanged)
@@ -59,6 +60,8 @@ public:
     platform::RefreshHeader *refreshHeader() const { return m_header; }
     platform::RefreshFooter *refreshFooter() const { return m_footer; }
     platform::Label *labelRedDot() const { return m_labelRedDot; }
+    // The slim banner shown while the page comes from what was kept of earlier visits.
+    platform::Label *labelOffline() const { return m_labelOffline; }
 
     QVariantList arrayImageBanner() const { return m_arrayImageBanner; }
     QString viewType() const { return m_viewType; }
@@ -106,6 +109,7 @@ private:
     QVariantList scrollSortObjects() const;
     void setViewType(const QString &type);
     void makeCartBadge();
+    void followOfflineState();
     void rebuildSortButtons();
     void showHomeData(const QVariant &data);
     void showBanners(const QVariantList &entries);
@@ -127,6 +131,7 @@ private:
     platform::RefreshHeader *m_header;
     platform::RefreshFooter *m_footer;
     QPointer<platform::Label> m_labelRedDot;
+    platform::Label *m_labelOffline;
 
     QVariantList m_arrayImageBanner;
     QString m_viewType = QStringLiteral("latest");
