@@ -6,6 +6,7 @@
 #include "platform/ui/MemoryImageProvider.h"
 #include "platform/ui/WebView.h"
 
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -17,15 +18,20 @@ void prepare()
     platform::WebView::prepareEngine();
 }
 
-QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine)
+QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine, Phases *phases)
 {
+    QElapsedTimer step;
+    step.start();
     AppDelegate *delegate = AppDelegate::shared();
     delegate->followApplicationState(&application);
     // The kits start in the launch's order, but their disk and network work waits for the window.
     auto &kitsApplication = platform::Application::shared();
     kitsApplication.expectFirstFrame();
     delegate->application_didFinishLaunchingWithOptions();
+    const qint64 delegateMs = step.restart();
     QQuickWindow *window = loadMainWindow(engine);
+    if (phases)
+        *phases = {delegateMs, step.elapsed()};
     if (!window) {
         kitsApplication.firstFrameShown();
         return nullptr;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 class QGuiApplication;
 class QQmlApplicationEngine;
 class QQuickWindow;
@@ -12,9 +14,18 @@ namespace AppLaunch {
 // it first thing in main(), before constructing the QGuiApplication.
 void prepare();
 
+// How long the launch's two steps took, in milliseconds, for the start-up benchmark.
+struct Phases
+{
+    qint64 delegateMs = -1;
+    qint64 windowMs = -1;
+};
+
 // The delegate launches (restoring the session and putting in the tab bar), then the window loads.
-// Returns the window, or null when its QML did not load.
-QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine);
+// Returns the window, or null when its QML did not load. `phases`, when given, gets the steps'
+// times.
+QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine,
+                     Phases *phases = nullptr);
 
 // Loads the window's QML into `engine`, with pictures fetched through the app's own network stack
 // (shared cookies and disk cache, never pipelined). Returns the window, or null.

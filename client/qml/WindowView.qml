@@ -18,20 +18,39 @@ Item {
         anchors.fill: parent
         window: windowView.window
     }
-    AlertDialog {
+    // Alerts, action sheets, the HUD and the other apps' sheets are made once the launch's first
+    // frame is out; what they show meanwhile waits in C++ and appears then.
+    Loader {
+        id: extras
         anchors.fill: parent
-    }
-    ActionSheet {
-        anchors.fill: parent
-    }
-    HudOverlay {
-        anchors.fill: parent
-    }
-    // Other apps (WeChat) in front of this one.
-    WeChatPaySheet {
-        anchors.fill: parent
-    }
-    ShareQrSheet {
-        anchors.fill: parent
+        active: false
+
+        function makeOnceFramed() {
+            if (!PlatformApplication.waitingForFirstFrame)
+                active = true
+        }
+        Component.onCompleted: makeOnceFramed()
+        Connections {
+            target: PlatformApplication
+            function onWaitingForFirstFrameChanged() { extras.makeOnceFramed() }
+        }
+        sourceComponent: Item {
+            AlertDialog {
+                anchors.fill: parent
+            }
+            ActionSheet {
+                anchors.fill: parent
+            }
+            HudOverlay {
+                anchors.fill: parent
+            }
+            // Other apps (WeChat) in front of this one.
+            WeChatPaySheet {
+                anchors.fill: parent
+            }
+            ShareQrSheet {
+                anchors.fill: parent
+            }
+        }
     }
 }

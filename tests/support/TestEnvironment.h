@@ -22,10 +22,19 @@ private:
 
 } // namespace tarvel::test
 
+// Tests of the app's screens settle, before the application object, what the app's main() does.
+#ifdef TARVEL_LAUNCHES_THE_APP
+#include "app/AppLaunch.h"
+#define TARVEL_PREPARE_LAUNCH() AppLaunch::prepare()
+#else
+#define TARVEL_PREPARE_LAUNCH()
+#endif
+
 #define TARVEL_TEST_MAIN(TestObject) \
     int main(int argc, char *argv[]) \
     { \
         tarvel::test::TestEnvironment environment; \
+        TARVEL_PREPARE_LAUNCH(); \
         QGuiApplication app(argc, argv); \
         TestObject testObject; \
         QTEST_SET_MAIN_SOURCE_PATH \

@@ -2,6 +2,7 @@
 
 #include "platform/kits/KitStorage.h"
 
+#include <QJSEngine>
 #include <QTimer>
 
 namespace platform {
@@ -17,6 +18,12 @@ Application &Application::shared()
 {
     static Application application;
     return application;
+}
+
+Application *Application::create(QQmlEngine *, QJSEngine *)
+{
+    QJSEngine::setObjectOwnership(&shared(), QJSEngine::CppOwnership);
+    return &shared();
 }
 
 bool Application::openURL(const QUrl &url, const QString &sourceApplication,
@@ -91,14 +98,20 @@ void Application::afterFirstFrame(QObject *context, std::function<void()> work)
 
 void Application::expectFirstFrame()
 {
-    m_waitingForFirstFrame = true;
     m_firstFrameGrace.start();
+    if (m_waitingForFirstFrame)
+        return;
+    m_waitingForFirstFrame = true;
+    emit waitingForFirstFrameChanged();
 }
 
 void Application::firstFrameShown()
 {
     m_firstFrameGrace.stop();
-    m_waitingForFirstFrame = false;
+    if (m_waitingForFirstFrame) {
+        m_waitingForFirstFrame = false;
+        emit waitingForFirstFrameChanged();
+    }
     // Still one pass later, in the order asked, so the frame is out before the work starts.
     for (Deferred &deferred : std::exchange(m_afterFirstFrame, {})) {
         if (deferred.context)

@@ -4,8 +4,12 @@
 
 #include <QList>
 #include <QObject>
+
+class QQmlEngine;
+class QJSEngine;
 #include <QPointer>
 #include <QTimer>
+#include <QtQml/qqmlregistration.h>
 
 #include <functional>
 
@@ -21,6 +25,10 @@ namespace platform {
 class Application : public QObject
 {
     Q_OBJECT
+    QML_NAMED_ELEMENT(PlatformApplication)
+    QML_SINGLETON
+    Q_PROPERTY(bool waitingForFirstFrame READ isWaitingForFirstFrame NOTIFY
+                       waitingForFirstFrameChanged)
     Q_PROPERTY(State applicationState READ applicationState NOTIFY applicationStateChanged)
     Q_PROPERTY(int applicationIconBadgeNumber READ applicationIconBadgeNumber WRITE
                        setApplicationIconBadgeNumber NOTIFY applicationIconBadgeNumberChanged)
@@ -29,6 +37,7 @@ public:
     Q_ENUM(State)
 
     static Application &shared();
+    static Application *create(QQmlEngine *, QJSEngine *);
 
     ApplicationDelegate *delegate() const { return m_delegate; }
     // Not owned; it must outlive its time as the delegate.
@@ -78,6 +87,7 @@ signals:
     void didBecomeActive();
     void applicationIconBadgeNumberChanged();
     void userNotificationSettingsChanged();
+    void waitingForFirstFrameChanged();
 
 private:
     Application();
