@@ -4,10 +4,12 @@
 #include "platform/ui/ImageNetworkFactory.h"
 #include "platform/ui/MemoryImageProvider.h"
 #include "platform/ui/WebView.h"
+#include "screens/purchase/PendingPaymentCheck.h"
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
+#include <QTimer>
 
 namespace AppLaunch {
 
@@ -21,7 +23,11 @@ QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine
     AppDelegate *delegate = AppDelegate::shared();
     delegate->followApplicationState(&application);
     delegate->application_didFinishLaunchingWithOptions();
-    return loadMainWindow(engine);
+    QQuickWindow *window = loadMainWindow(engine);
+    // Once the first screen is up: a payment the app was closed in the middle of.
+    if (window)
+        QTimer::singleShot(0, delegate, [] { PendingPaymentCheck::runOnVisibleScreen(); });
+    return window;
 }
 
 QQuickWindow *loadMainWindow(QQmlApplicationEngine &engine)

@@ -12,7 +12,8 @@ namespace AppLaunch {
 // it first thing in main(), before constructing the QGuiApplication.
 void prepare();
 
-// The delegate launches (restoring the session and putting in the tab bar), then the window loads.
+// The delegate launches (restoring the session and putting in the tab bar), then the window loads;
+// once it is up, a payment left unsettled by the last run is asked of the store.
 // Returns the window, or null when its QML did not load.
 QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine);
 

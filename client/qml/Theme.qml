@@ -101,4 +101,8 @@ QtObject {
     // the crop frame
     readonly property color photoEditorBackground: "black"
     readonly property color photoEditorVeil: Qt.rgba(0, 0, 0, 0.6)
+
+    // The "已拥有" mark on games the user owns
+    readonly property color owned: "#1e9e5a"
+    readonly property color ownedOutline: Qt.rgba(1, 1, 1, 0.85)
 }

@@ -1,7 +1,7 @@
 import QtQuick
 import Tarvel
 
-// One game of a store grid: the cover with its discount and pre-sale badges, the title and the
+// One game of a store grid: the cover with its discount, pre-sale and "已拥有" badges, the title and the
 // price with the list price struck through when it differs. `row` holds the cell's values.
 Rectangle {
     id: cell
@@ -43,6 +43,14 @@ Rectangle {
             font.pixelSize: Theme.fontCaption
             font.weight: Font.DemiBold
         }
+    }
+
+    OwnedBadge {
+        anchors.left: cover.left
+        anchors.bottom: cover.bottom
+        anchors.margins: 8
+        outlined: true
+        visible: cell.row.owned === true
     }
 
     Rectangle {
