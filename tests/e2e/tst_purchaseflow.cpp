@@ -186,6 +186,8 @@ private:
         const QRectF screen(0, 0, m_window->width(), m_window->height());
         for (QQuickItem *badge : tarvel::test::findAllNamed(root(), QStringLiteral("ownedBadge"))) {
             QQuickItem *cell = badge->parentItem();
+            while (cell && !cell->property("row").isValid())
+                cell = cell->parentItem();
             if (!badge->isVisible() || !cell
                 || cell->property("row").toMap().value(QStringLiteral("gameId")).toString()
                            != gameId)
@@ -408,6 +410,7 @@ private slots:
                                           Q_ARG(int, gridIndexOf(secondGame)),
                                           Q_ARG(int, 1 /* GridView.Center */)));
         QVERIFY(QTest::qWaitFor([&] { return ownedBadgeShownFor(secondGame); }, 20000));
+        platform::Hud::shared().dismiss();
         snapshot(QStringLiteral("purchaseflow_6_owned_grid.png"));
         auto *ownedPage = new GoodsDetailViewController;
         ownedPage->setGameId(secondGame);

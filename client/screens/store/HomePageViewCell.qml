@@ -45,30 +45,32 @@ Rectangle {
         }
     }
 
-    OwnedBadge {
-        anchors.left: cover.left
-        anchors.bottom: cover.bottom
-        anchors.margins: 8
-        outlined: true
-        visible: cell.row.owned === true
-    }
-
-    Rectangle {
+    // The upper right corner: "已拥有" and the pre-sale badge side by side, clear of the titles
+    // the covers carry at their lower left.
+    Row {
         anchors.right: cover.right
         anchors.top: cover.top
         anchors.margins: 8
-        height: 20
-        width: presellText.implicitWidth + 12
-        radius: 10
-        color: Theme.accent
-        visible: cell.row.presellHidden === false
-        Text {
-            id: presellText
-            anchors.centerIn: parent
-            text: cell.row.presell || ""
-            color: Theme.textOnDark
-            font.pixelSize: Theme.fontCaption
-            font.weight: Font.DemiBold
+        spacing: Theme.spacingSmall
+
+        OwnedBadge {
+            outlined: true
+            visible: cell.row.owned === true
+        }
+        Rectangle {
+            height: 20
+            width: presellText.implicitWidth + 12
+            radius: 10
+            color: Theme.accent
+            visible: cell.row.presellHidden === false
+            Text {
+                id: presellText
+                anchors.centerIn: parent
+                text: cell.row.presell || ""
+                color: Theme.textOnDark
+                font.pixelSize: Theme.fontCaption
+                font.weight: Font.DemiBold
+            }
         }
     }
 
