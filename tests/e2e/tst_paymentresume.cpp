@@ -5,6 +5,8 @@
 #include "tst_owned_support.h"
 
 #include "app/AppDelegate.h"
+#include "app/AppLaunch.h"
+#include "app/ICTabBarController.h"
 #include "platform/UserDefaults.h"
 #include "platform/kits/WeChatPayPrompt.h"
 #include "platform/ui/Button.h"
@@ -15,7 +17,9 @@
 #include "screens/purchase/PendingPaymentCheck.h"
 #include "service/PendingPayment.h"
 
+#include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
+#include <QQuickWindow>
 #include <QTcpServer>
 
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
@@ -240,6 +244,27 @@ private slots:
         QCOMPARE(relaunch(host), std::optional<Outcome>(Outcome::Paid));
         QVERIFY(qobject_cast<BuySuccessViewController *>(host.top()));
         QVERIFY(!PendingPayment::current());
+    }
+
+    // The app's own launch looks into the remembered payment once its first screen is up, and
+    // shows the purchase result on the home tab.
+    void appLaunchShowsTheResult()
+    {
+        const auto [orderId, gameId] = payAndClose(QStringLiteral("confirm"));
+        QVERIFY(!orderId.isEmpty());
+        QQmlApplicationEngine engine;
+        QQuickWindow *window = AppLaunch::launch(*qGuiApp, engine);
+        QVERIFY(window);
+        BuySuccessViewController *result = nullptr;
+        QTRY_VERIFY((result
+                     = qobject_cast<BuySuccessViewController *>(app()->visibleViewController())));
+        QCOMPARE(result->tableMain()->rows().value(1).value("title").toString(),
+                 QStringLiteral("订单号:") + orderId);
+        auto *tabs = qobject_cast<ICTabBarController *>(app()->window()->rootViewController());
+        QVERIFY(tabs);
+        QCOMPARE(tabs->selectedIndex(), int(ICTabBarController::HomeTab));
+        QVERIFY(!PendingPayment::current());
+        QTRY_VERIFY(OwnedGames::shared().contains(gameId));
     }
 
     // Signed out, the store cannot be asked: the order waits for a launch with the user back.
