@@ -21,6 +21,7 @@
 #include "util/ICRuntimeHelper.h"
 
 #include <QQmlExtensionPlugin>
+#include <QQuickItem>
 
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 
@@ -172,9 +173,23 @@ private slots:
         QTRY_COMPARE(marksOf(rows), expectedMarks(rows, owned));
         QVERIFY(marksOf(rows).contains(bought + QStringLiteral(":owned")));
 
+        // On screen: the badges are drawn, and go with the sign-out.
+        kitstest::ShellWindow shell;
+        QVERIFY(shell.show(host->window()));
+        const auto badgesShown = [&shell] {
+            int shown = 0;
+            for (QQuickItem *badge :
+                 tarvel::test::findAllNamed(shell.root(), QStringLiteral("ownedBadge")))
+                shown += badge->isVisible() ? 1 : 0;
+            return shown;
+        };
+        QTRY_VERIFY(badgesShown() > 0);
+        QVERIFY(shell.snapshot(QStringLiteral("owned_%1.png").arg(kind).replace(' ', '_')));
         signOut();
         QTRY_COMPARE(marksOf(rows), expectedMarks(rows, {}));
         QVERIFY(OwnedGames::shared().isEmpty());
+        QTRY_COMPARE(badgesShown(), 0);
+        shell.close();
     }
 
     // The page shows the mark beside the price of an owned game, and only then.
