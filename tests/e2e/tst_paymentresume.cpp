@@ -267,6 +267,18 @@ private slots:
         QTRY_VERIFY(OwnedGames::shared().contains(gameId));
     }
 
+    // An order the store does not know for this account (another account's, say) is forgotten
+    // without showing anything.
+    void launchWithAnOrderTheStoreRefuses()
+    {
+        PendingPayment::remember(QStringLiteral("999999"));
+        ScreenHost host(new platform::ViewController);
+        QCOMPARE(relaunch(host), std::optional<Outcome>(Outcome::Refused));
+        tarvel::test::settle();
+        QCOMPARE(host.depth(), 1);
+        QVERIFY(!PendingPayment::current());
+    }
+
     // Signed out, the store cannot be asked: the order waits for a launch with the user back.
     void signedOutLaunchWaits()
     {

@@ -75,21 +75,18 @@ void run(platform::NavigationController *navigation, std::function<void(Outcome)
                 if (done)
                     done(outcome);
             },
-            [target, orderId, done](const QVariant &, const QString &message,
-                                    const QVariant &response) {
+            [orderId, done](const QVariant &, const QString &message, const QVariant &response) {
                 if (!response.isValid()) {
                     if (done)
                         done(Outcome::Unanswered);
                     return;
                 }
                 // The store refused to tell (the order is gone, or another account's): that is
-                // its answer too.
+                // its answer too, with nothing for this customer to see.
                 PendingPayment::settle(orderId);
                 qInfo().noquote() << message;
-                if (target)
-                    target->pushViewController(MyOrderViewController::initWithFatherView(0), true);
                 if (done)
-                    done(Outcome::Closed);
+                    done(Outcome::Refused);
             });
 }
 

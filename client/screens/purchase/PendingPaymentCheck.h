@@ -16,7 +16,8 @@ enum class Outcome {
     NothingPending, // no remembered order, or nobody signed in to ask for
     Paid, // the purchase result is shown
     Unpaid, // the order screen of the unpaid order is shown
-    Closed, // neither paid nor payable (cancelled, or refused by the store): the order history
+    Closed, // neither paid nor payable (cancelled): the order history is shown
+    Refused, // the store does not know the order for this account: forgotten, nothing shown
     Unanswered, // the store could not be reached; the order stays remembered
 };
 
