@@ -8,6 +8,7 @@
 #include "platform/ui/TabBarController.h"
 #include "platform/ui/Window.h"
 #include "service/ICCookiesHelper.h"
+#include "service/OwnedGames.h"
 
 #include <QGuiApplication>
 #include <QJSEngine>
@@ -122,8 +123,14 @@ void AppDelegate::setTagsSender(TagsSender sender)
 
 void AppDelegate::setUserLogin(const std::optional<Object_User> &user)
 {
+    const bool anotherUser = user && (!m_userLogin || m_userLogin->account_id != user->account_id);
     m_userLogin = user;
     emit userLoginChanged();
+    if (!user)
+        OwnedGames::shared().clear();
+    else if (anotherUser)
+        // Queued: a remembered sign-in puts its cookies back only after setting the user.
+        QTimer::singleShot(0, this, [] { OwnedGames::shared().refresh(); });
 }
 
 void AppDelegate::setLabelRedDot(platform::Label *label)

@@ -5,6 +5,7 @@
 #include "platform/ui/ImageNetworkFactory.h"
 #include "platform/ui/MemoryImageProvider.h"
 #include "platform/ui/WebView.h"
+#include "screens/purchase/PendingPaymentCheck.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -39,6 +40,8 @@ QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine
     QObject::connect(
             window, &QQuickWindow::frameSwapped, &kitsApplication,
             [] { platform::Application::shared().firstFrameShown(); }, Qt::SingleShotConnection);
+    // Once the first screen is up: a payment the app was closed in the middle of.
+    kitsApplication.afterFirstFrame(delegate, [] { PendingPaymentCheck::runOnVisibleScreen(); });
     return window;
 }
 

@@ -21,7 +21,8 @@ struct Phases
     qint64 windowMs = -1;
 };
 
-// The delegate launches (restoring the session and putting in the tab bar), then the window loads.
+// The delegate launches (restoring the session and putting in the tab bar), then the window loads;
+// once it is up, a payment left unsettled by the last run is asked of the store.
 // Returns the window, or null when its QML did not load. `phases`, when given, gets the steps'
 // times.
 QQuickWindow *launch(QGuiApplication &application, QQmlApplicationEngine &engine,

@@ -107,4 +107,8 @@ QtObject {
     readonly property color offlineBannerText: "#a8650a"
     readonly property color offlineBannerLine: "#f3dcb2"
     readonly property int offlineBannerHeight: 28
+
+    // The "已拥有" mark on games the user owns
+    readonly property color owned: "#1e9e5a"
+    readonly property color ownedOutline: Qt.rgba(1, 1, 1, 0.85)
 }

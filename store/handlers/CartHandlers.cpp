@@ -69,11 +69,13 @@ void submit(Exchange &exchange)
     const qint64 orderId = exchange.store().database().write([&](SQLite::Database &db) {
         QList<qint64> ids;
         for (const Product *product : products) {
+            // Owned first: a game bought elsewhere has also left the cart, and the customer is
+            // best told that it is theirs already.
+            ShopRules::requirePurchasable(db, session.accountId, *product);
             if (!Cart::contains(db, session.accountId, product->id))
                 throw ApiError::error(
                         409,
                         QStringLiteral("购物车中没有《%1》，请刷新购物车").arg(product->title));
-            ShopRules::requirePurchasable(db, session.accountId, *product);
             ids.append(product->id);
         }
         Cart::remove(db, session.accountId, ids);

@@ -10,6 +10,7 @@
 #include "platform/kits/WeChatPayPrompt.h"
 #include "platform/ui/Hud.h"
 #include "platform/ui/NavigationController.h"
+#include "platform/ui/RowModel.h"
 #include "platform/ui/TabBarController.h"
 #include "platform/ui/TextField.h"
 #include "platform/ui/Window.h"
@@ -19,6 +20,7 @@
 #include "screens/purchase/TabThreeViewController.h"
 #include "screens/store/GoodsDetailViewController.h"
 #include "screens/store/LibraryViewController.h"
+#include "screens/store/TabOneViewController.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -162,6 +164,47 @@ private:
     {
         platform::NavigationController *navigation = stack(tab);
         return navigation ? navigation->topViewController() : nullptr;
+    }
+
+    // The index of `gameId` in the home grid, or -1.
+    int gridIndexOf(const QString &gameId) const
+    {
+        auto *home = qobject_cast<TabOneViewController *>(stack(0)->viewControllers().value(0));
+        if (!home)
+            return -1;
+        const QList<QVariantMap> rows = home->collectionMenu()->rows();
+        for (int index = 0; index < rows.size(); ++index) {
+            if (rows.at(index).value(QStringLiteral("gameId")).toString() == gameId)
+                return index;
+        }
+        return -1;
+    }
+
+    // Whether a grid cell inside the window shows "已拥有" for `gameId`.
+    bool ownedBadgeShownFor(const QString &gameId) const
+    {
+        const QRectF screen(0, 0, m_window->width(), m_window->height());
+        for (QQuickItem *badge : tarvel::test::findAllNamed(root(), QStringLiteral("ownedBadge"))) {
+            QQuickItem *cell = badge->parentItem();
+            while (cell && !cell->property("row").isValid())
+                cell = cell->parentItem();
+            if (!badge->isVisible() || !cell
+                || cell->property("row").toMap().value(QStringLiteral("gameId")).toString()
+                           != gameId)
+                continue;
+            if (screen.contains(
+                        badge->mapRectToScene(QRectF(0, 0, badge->width(), badge->height()))))
+                return findText(badge, QStringLiteral("已拥有")) != nullptr;
+        }
+        return false;
+    }
+
+    int visibleBadges(const QString &name) const
+    {
+        int shown = 0;
+        for (QQuickItem *badge : tarvel::test::findAllNamed(root(), name))
+            shown += badge->isVisible() ? 1 : 0;
+        return shown;
     }
 
     bool waitHud(const QString &text)
@@ -355,6 +398,29 @@ private slots:
         QVERIFY(secondResult);
         const QString secondOrder = secondResult->sourceModel().value("id").toString();
         snapshot(QStringLiteral("purchaseflow_5_second_result.png"));
+
+        // "继续购物" back to the home grid: the game just bought carries "已拥有" on its cover,
+        // and on its page beside the price, without a relaunch.
+        QVERIFY(click(waitNamed(QStringLiteral("buySuccessContinue"))));
+        QTRY_COMPARE(stack(0)->depth(), 1);
+        QVERIFY(QTest::qWaitFor([this] { return !tarvel::test::stacksBusy(root()); }, 20000));
+        QQuickItem *grid = waitNamed(QStringLiteral("homeGrid"));
+        QVERIFY(grid);
+        QVERIFY(QMetaObject::invokeMethod(grid, "positionViewAtIndex",
+                                          Q_ARG(int, gridIndexOf(secondGame)),
+                                          Q_ARG(int, 1 /* GridView.Center */)));
+        QVERIFY(QTest::qWaitFor([&] { return ownedBadgeShownFor(secondGame); }, 20000));
+        platform::Hud::shared().dismiss();
+        snapshot(QStringLiteral("purchaseflow_6_owned_grid.png"));
+        auto *ownedPage = new GoodsDetailViewController;
+        ownedPage->setGameId(secondGame);
+        stack(0)->pushViewController(ownedPage, true);
+        QVERIFY(QTest::qWaitFor([ownedPage] { return ownedPage->isLoaded(); }, 20000));
+        QVERIFY(ownedPage->isOwned());
+        QVERIFY(QTest::qWaitFor(
+                [this] { return visibleBadges(QStringLiteral("goodsDetailOwned")) == 1; }, 20000));
+        snapshot(QStringLiteral("purchaseflow_7_owned_page.png"));
+        stack(0)->popToRootViewController(false);
 
         // The database: both orders completed, the coupon used, nothing else changed.
         m_engine.reset();

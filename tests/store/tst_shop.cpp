@@ -259,6 +259,17 @@ private slots:
                 m_phone->withToken({{QStringLiteral("game_ids[]"), QStringLiteral("7")}}));
         QCOMPARE(notInCart.status, 409);
         QCOMPARE(oneKeyOrder(*m_phone, 3), QString());
+        // an owned game (bought elsewhere, so gone from the cart too) is refused as owned
+        const Answer owned = m_phone->post(
+                QStringLiteral("/cart/submit.json"),
+                m_phone->withToken({{QStringLiteral("game_ids[]"), QStringLiteral("3")}}));
+        QCOMPARE(owned.status, 409);
+        const QString title = m_phone->get(QStringLiteral("/products/3.json"))
+                                      .object()
+                                      .value("title")
+                                      .toString();
+        QVERIFY(!title.isEmpty());
+        QCOMPARE(owned.message(), QStringLiteral("您已拥有《%1》，无需重复购买").arg(title));
     }
 
     void couponRules_data()

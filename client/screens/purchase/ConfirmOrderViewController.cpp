@@ -11,6 +11,8 @@
 #include "screens/purchase/PurchaseFailure.h"
 #include "service/ICCookiesHelper.h"
 #include "service/NetWorkHelper.h"
+#include "service/OwnedGames.h"
+#include "service/PendingPayment.h"
 #include "util/NSStringUtils.h"
 #include "util/ObjectDescription.h"
 
@@ -342,6 +344,9 @@ void ConfirmOrderViewController::sendPay(const std::optional<Object_WeChatInfo> 
     if (!m_delegate)
         return;
     m_delegate->setOpenID(m_openID);
+    // Kept until the store tells the order's state, should the app be closed meanwhile.
+    if (parameters)
+        PendingPayment::remember(m_sourceModel.order_id);
     m_delegate->sendPay(parameters);
 }
 
@@ -352,11 +357,12 @@ void ConfirmOrderViewController::afterPayment(bool mayHaveSucceeded)
         return;
     }
     QPointer<ConfirmOrderViewController> self(this);
+    const QString orderId = m_sourceModel.order_id;
     NetWorkHelper::shareInstance()->queryOrderWithOrder_id(
-            m_sourceModel.order_id,
-            [](const QVariantMap &) { showProgress(QStringLiteral("获取订单状态...")); },
+            orderId, [](const QVariantMap &) { showProgress(QStringLiteral("获取订单状态...")); },
             dismissProgress,
-            [self](const QVariant &data, const QVariant &) {
+            [self, orderId](const QVariant &data, const QVariant &) {
+                PendingPayment::settle(orderId);
                 if (self && data.typeId() == QMetaType::QVariantMap)
                     self->showPaymentResult(data);
                 qInfo().noquote() << objectDescription(data);
@@ -364,7 +370,12 @@ void ConfirmOrderViewController::afterPayment(bool mayHaveSucceeded)
                 // order of these indicators is intended.
                 Hud::shared().showSuccessWithStatus(QStringLiteral("获取成功"));
             },
-            showFailure);
+            [orderId](const QVariant &error, const QString &message, const QVariant &response) {
+                // A refusal is the store's answer; without one the next launch asks again.
+                if (response.isValid())
+                    PendingPayment::settle(orderId);
+                showFailure(error, message, response);
+            });
 }
 
 void ConfirmOrderViewController::showPaymentResult(const QVariant &data)
@@ -372,10 +383,22 @@ void ConfirmOrderViewController::showPaymentResult(const QVariant &data)
     auto *result = new BuySuccessViewController(data.toMap());
     const QString completed = text(data.toMap().value(QStringLiteral("completed")));
     platform::NavigationController *navigation = navigationController();
+    if (NSStringUtils::intValue(completed) != 0)
+        markGamesOwned();
     if (NSStringUtils::intValue(completed) != 0 && navigation) {
         navigation->pushViewController(result, true);
         return;
     }
     delete result;
     Hud::shared().showErrorWithStatus(QStringLiteral("支付失败"));
+}
+
+void ConfirmOrderViewController::markGamesOwned()
+{
+    QStringList bought;
+    for (const Object_OrderDetailGames &game : std::as_const(m_sourceModel.order_games))
+        bought.append(game.id);
+    OwnedGames::shared().add(bought);
+    // A bundle's contents come with the store's list.
+    OwnedGames::shared().refresh();
 }

@@ -74,6 +74,8 @@ private:
     // What the application delegate reports once WeChat has answered.
     void afterPayment(bool mayHaveSucceeded);
     void showPaymentResult(const QVariant &data);
+    // The order's games show as owned everywhere at once.
+    void markGamesOwned();
     void reloadTable();
 
     QStringList m_arrayGamesID;

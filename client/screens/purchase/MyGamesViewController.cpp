@@ -8,6 +8,7 @@
 #include "screens/store/GoodsDetailViewController.h"
 #include "screens/store/HomePageViewCell.h"
 #include "service/NetWorkHelper.h"
+#include "service/OwnedGames.h"
 #include "util/ICRuntimeHelper.h"
 
 #include <QPointer>
@@ -79,6 +80,7 @@ void MyGamesViewController::showGames(const QVariant &data)
     m_arraySource = ICRuntimeHelper::analysArrayData<Object_MyGameList>(
                             data.toMap().value(QStringLiteral("games")))
                             .value_or(QList<Object_MyGameList>());
+    OwnedGames::shared().setGames(m_arraySource);
     const qreal cellWidth = HomePageViewCell::itemWidthForScreenWidth(ScreenWidth);
     QList<QVariantMap> rows;
     for (const Object_MyGameList &game : m_arraySource) {

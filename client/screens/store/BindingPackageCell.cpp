@@ -1,6 +1,7 @@
 #include "screens/store/BindingPackageCell.h"
 
 #include "screens/store/GoodsDetailHeaderView.h"
+#include "screens/store/OwnedMarks.h"
 
 namespace {
 const QString DiscountedLayout = QStringLiteral("BindingPackageCell1");
@@ -21,6 +22,7 @@ BindingPackageCell BindingPackageCell::cellForItem(const Object_DLCOrBind &item)
     BindingPackageCell cell(identifierForItem(item));
     cell.setCellContentWithName(item.title, QString(), item.list_price, item.sale_price);
     cell.setTypeName(item.type_name);
+    cell.setGameId(item.id);
     return cell;
 }
 
@@ -53,5 +55,7 @@ QVariantMap BindingPackageCell::toRow() const
             {QStringLiteral("off"), m_labelOFF},
             {QStringLiteral("oldPrice"), m_labelOldPrice},
             {QStringLiteral("nowPrice"), m_labelNowPrice},
+            {OwnedMarks::GameIdKey, m_gameId},
+            {OwnedMarks::OwnedKey, OwnedMarks::isOwned(m_gameId)},
     };
 }

@@ -32,8 +32,12 @@ public:
     // The kind of item under its name ("DLC", "捆绑包").
     QString labelType() const { return m_labelType; }
     void setTypeName(const QString &typeName) { m_labelType = typeName; }
+    // The item's id, whose "已拥有" mark follows the owned games.
+    void setGameId(const QString &gameId) { m_gameId = gameId; }
+    QString gameId() const { return m_gameId; }
 
-    // Display-ready values: identifier, discounted, name, typeName, off, oldPrice, nowPrice.
+    // Display-ready values: identifier, discounted, name, typeName, off, oldPrice, nowPrice,
+    // gameId and owned.
     QVariantMap toRow() const;
 
 private:
@@ -43,4 +47,5 @@ private:
     QString m_labelOldPrice;
     QString m_labelNowPrice;
     QString m_labelType;
+    QString m_gameId;
 };

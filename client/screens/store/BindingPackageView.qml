@@ -2,7 +2,8 @@ import QtQuick
 import Tarvel
 
 // The DLCs or bundles of a game: one 55-point row each with the name, the current price and, when
-// discounted, the struck list price and the discount badge. A row opens the item's page.
+// discounted, the struck list price and the discount badge; "已拥有" beside the price of an owned
+// item. A row opens the item's page.
 Rectangle {
     id: view
     property BindingPackageViewContoller controller: null
@@ -27,6 +28,7 @@ Rectangle {
             required property string oldPrice
             required property string off
             required property bool discounted
+            required property bool owned
 
             objectName: "bindingPackageRow" + index
             width: list.width
@@ -65,6 +67,10 @@ Rectangle {
                 Row {
                     anchors.right: parent.right
                     spacing: 6
+                    OwnedBadge {
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: row.owned
+                    }
                     Rectangle {
                         anchors.verticalCenter: parent.verticalCenter
                         visible: row.discounted && row.off.length > 0

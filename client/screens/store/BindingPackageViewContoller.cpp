@@ -4,16 +4,18 @@
 #include "platform/ui/NavigationController.h"
 #include "screens/store/BindingPackageCell.h"
 #include "screens/store/GoodsDetailViewController.h"
+#include "screens/store/OwnedMarks.h"
 
 BindingPackageViewContoller::BindingPackageViewContoller(QObject *parent)
     : Q9FatherViewController(parent)
-    , m_tableMain(new platform::RowModel({QStringLiteral("identifier"),
-                                          QStringLiteral("discounted"), QStringLiteral("name"),
-                                          QStringLiteral("typeName"), QStringLiteral("off"),
-                                          QStringLiteral("oldPrice"), QStringLiteral("nowPrice")},
-                                         this))
+    , m_tableMain(new platform::RowModel(
+              {QStringLiteral("identifier"), QStringLiteral("discounted"), QStringLiteral("name"),
+               QStringLiteral("typeName"), QStringLiteral("off"), QStringLiteral("oldPrice"),
+               QStringLiteral("nowPrice"), OwnedMarks::GameIdKey, OwnedMarks::OwnedKey},
+              this))
 {
     setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/BindingPackageView.qml")));
+    OwnedMarks::follow(m_tableMain);
 }
 
 BindingPackageViewContoller::BindingPackageViewContoller(const QString &navTitle,

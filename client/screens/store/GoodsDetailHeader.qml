@@ -2,10 +2,12 @@ import QtQuick
 import Tarvel
 
 // The head of a game's page: the cover across the width, then the names, the prices with the
-// discount and pre-sale badges, and the supported systems. Takes no room until the game is known.
+// discount, pre-sale and "已拥有" badges, and the supported systems. Takes no room until the game
+// is known.
 Column {
     id: head
     property GoodsDetailHeaderView header: null
+    property bool owned: false
 
     visible: header !== null
     height: visible ? implicitHeight : 0
@@ -79,6 +81,12 @@ Column {
                         visible: head.header !== null && !head.header.presellHidden
                         text: " 预售 "
                         color: Theme.info
+                    }
+                    OwnedBadge {
+                        objectName: "goodsDetailOwned"
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: head.owned
+                        pixelSize: Theme.fontFootnote
                     }
                 }
                 Row {

@@ -24,6 +24,7 @@ Rectangle {
         header: GoodsDetailHeader {
             width: table.width
             header: view.controller ? view.controller.tableHeaderView : null
+            owned: view.controller ? view.controller.owned : false
         }
         delegate: GoodsDetailCellView {
             required property var model

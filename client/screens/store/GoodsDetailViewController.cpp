@@ -7,8 +7,10 @@
 #include "platform/ui/NavigationController.h"
 #include "screens/purchase/ConfirmOrderViewController.h"
 #include "screens/store/BindingPackageViewContoller.h"
+#include "screens/store/OwnedMarks.h"
 #include "service/ICCookiesHelper.h"
 #include "service/NetWorkHelper.h"
+#include "service/OwnedGames.h"
 #include "util/AppConfig.h"
 
 #include <QDateTime>
@@ -41,6 +43,13 @@ GoodsDetailViewController::GoodsDetailViewController(QObject *parent)
               this))
 {
     setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/GoodsDetailView.qml")));
+    connect(&OwnedGames::shared(), &OwnedGames::changed, this,
+            &GoodsDetailViewController::ownedChanged);
+}
+
+bool GoodsDetailViewController::isOwned() const
+{
+    return OwnedMarks::isOwned(m_gameId);
 }
 
 void GoodsDetailViewController::viewDidLoad()

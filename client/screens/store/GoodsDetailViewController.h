@@ -31,6 +31,7 @@ class GoodsDetailViewController : public Q9FatherViewController
     Q_PROPERTY(GoodsDetailBottomView *footerView READ footerView CONSTANT)
     Q_PROPERTY(platform::RowModel *tableMain READ tableMain CONSTANT)
     Q_PROPERTY(ICShareView *shareView READ shareView CONSTANT)
+    Q_PROPERTY(bool owned READ isOwned NOTIFY ownedChanged)
 public:
     explicit GoodsDetailViewController(QObject *parent = nullptr);
 
@@ -39,6 +40,9 @@ public:
 
     const std::optional<Object_GameDetail> &sourceModel() const { return m_sourceModel; }
     bool isLoaded() const { return m_sourceModel.has_value(); }
+    // The signed-in user owns this game: the page shows "已拥有" beside the price (its buttons
+    // stay as they are; the store refuses what an owner cannot do).
+    bool isOwned() const;
     QString isPresell() const { return m_isPresell; }
     QString parentID() const { return m_parentID; }
 
@@ -69,6 +73,7 @@ public:
 
 signals:
     void sourceModelChanged();
+    void ownedChanged();
 
 protected:
     void viewDidLoad() override;

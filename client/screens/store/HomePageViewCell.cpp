@@ -1,5 +1,6 @@
 #include "screens/store/HomePageViewCell.h"
 
+#include "screens/store/OwnedMarks.h"
 #include "service/NetWorkHelper.h"
 #include "util/AppConfig.h"
 
@@ -96,6 +97,8 @@ QVariantMap HomePageViewCell::row() const
             {QStringLiteral("discountHidden"), m_discountHidden},
             {QStringLiteral("presell"), m_presellText},
             {QStringLiteral("presellHidden"), m_presellHidden},
+            {OwnedMarks::GameIdKey, m_gameId},
+            {OwnedMarks::OwnedKey, OwnedMarks::isOwned(m_gameId)},
     };
 }
 

@@ -9,7 +9,8 @@
 #include <functional>
 
 // One game of a store grid (home page and search results) as display-ready values: the cover's
-// address, the price texts, the discount and pre-sale badges, and what a tap on the cover does.
+// address, the price texts, the discount, pre-sale and owned badges, and what a tap on the cover
+// does.
 class HomePageViewCell
 {
 public:
@@ -42,6 +43,7 @@ public:
     static HomePageViewCell forGame(const Game &game, qreal coverWidth, Block onTap)
     {
         HomePageViewCell cell(coverWidth, screenScale());
+        cell.setGameId(game.id);
         cell.setTitle(game.title);
         cell.setCellContentsWithImage(game.product_image, game.list_price, game.sale_price,
                                       isPreSale(game.release_date) ? QStringLiteral("1")
@@ -57,6 +59,9 @@ public:
     void setCellContentsWithImage(const QString &image, const QString &oldPrice,
                                   const QString &newPrice, const QString &isPresell, Block block);
     void setTitle(const QString &title) { m_title = title; }
+    // The game shown, whose "已拥有" mark follows the owned games.
+    void setGameId(const QString &gameId) { m_gameId = gameId; }
+    QString gameId() const { return m_gameId; }
     // The cover was tapped.
     void gotoProductDetialBtnClicked() const;
 
@@ -70,12 +75,14 @@ public:
     QString title() const { return m_title; }
     const Block &myBlock() const { return m_myBlock; }
 
-    // What the QML cell binds: the texts above plus the bare prices for the price label.
+    // What the QML cell binds: the texts above plus the bare prices for the price label, the
+    // game's id and whether the user owns it ("owned").
     QVariantMap row() const;
 
 private:
     qreal m_coverWidth;
     qreal m_scale;
+    QString m_gameId;
     QString m_imageGoods;
     QString m_title;
     QString m_oldPrice;

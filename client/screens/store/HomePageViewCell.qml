@@ -1,7 +1,7 @@
 import QtQuick
 import Tarvel
 
-// One game of a store grid: the cover with its discount and pre-sale badges, the title and the
+// One game of a store grid: the cover with its discount, pre-sale and "已拥有" badges, the title and the
 // price with the list price struck through when it differs. `row` holds the cell's values.
 Rectangle {
     id: cell
@@ -45,22 +45,32 @@ Rectangle {
         }
     }
 
-    Rectangle {
+    // The upper right corner: "已拥有" and the pre-sale badge side by side, clear of the titles
+    // the covers carry at their lower left.
+    Row {
         anchors.right: cover.right
         anchors.top: cover.top
         anchors.margins: 8
-        height: 20
-        width: presellText.implicitWidth + 12
-        radius: 10
-        color: Theme.accent
-        visible: cell.row.presellHidden === false
-        Text {
-            id: presellText
-            anchors.centerIn: parent
-            text: cell.row.presell || ""
-            color: Theme.textOnDark
-            font.pixelSize: Theme.fontCaption
-            font.weight: Font.DemiBold
+        spacing: Theme.spacingSmall
+
+        OwnedBadge {
+            outlined: true
+            visible: cell.row.owned === true
+        }
+        Rectangle {
+            height: 20
+            width: presellText.implicitWidth + 12
+            radius: 10
+            color: Theme.accent
+            visible: cell.row.presellHidden === false
+            Text {
+                id: presellText
+                anchors.centerIn: parent
+                text: cell.row.presell || ""
+                color: Theme.textOnDark
+                font.pixelSize: Theme.fontCaption
+                font.weight: Font.DemiBold
+            }
         }
     }
 

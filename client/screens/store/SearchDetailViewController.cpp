@@ -8,8 +8,10 @@
 #include "platform/ui/RefreshHeader.h"
 #include "platform/ui/RowModel.h"
 #include "platform/ui/TextField.h"
+#include "screens/store/OwnedMarks.h"
 #include "screens/store/TabOneViewController.h"
 #include "service/NetWorkHelper.h"
+#include "service/OwnedGames.h"
 #include "util/ICRuntimeHelper.h"
 
 #include <QPointer>
@@ -36,6 +38,9 @@ SearchDetailViewController::SearchDetailViewController(const QString &searchCont
     setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/store/SearchDetailView.qml")));
     connect(m_header, &platform::RefreshHeader::refreshRequested, this,
             &SearchDetailViewController::refreshData);
+    connect(m_header, &platform::RefreshHeader::refreshRequested, &OwnedGames::shared(),
+            &OwnedGames::refresh);
+    OwnedMarks::follow(m_collectionMenu);
     connect(m_footer, &platform::RefreshFooter::loadMoreRequested, this,
             &SearchDetailViewController::loadData);
     connect(m_fieldSearch, &platform::TextField::returnPressed, this,

@@ -14,8 +14,10 @@
 #include "platform/ui/UrlOpener.h"
 #include "screens/store/GoodsDetailViewController.h"
 #include "screens/store/ICPageControl.h"
+#include "screens/store/OwnedMarks.h"
 #include "screens/store/SearchDetailViewController.h"
 #include "service/NetWorkHelper.h"
+#include "service/OwnedGames.h"
 #include "util/AppConfig.h"
 #include "util/NSStringTools.h"
 
@@ -59,6 +61,10 @@ TabOneViewController::TabOneViewController(QObject *parent)
             &TabOneViewController::textFieldShouldReturn);
     connect(m_header, &platform::RefreshHeader::refreshRequested, this,
             &TabOneViewController::loadFirstPage);
+    // Pulling down also brings the "已拥有" marks up to date.
+    connect(m_header, &platform::RefreshHeader::refreshRequested, &OwnedGames::shared(),
+            &OwnedGames::refresh);
+    OwnedMarks::follow(m_collectionMenu);
     connect(m_footer, &platform::RefreshFooter::loadMoreRequested, this,
             &TabOneViewController::loadNextPage);
     followOfflineState();
