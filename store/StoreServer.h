@@ -6,10 +6,10 @@
 #include <atomic>
 #include <memory>
 
+class GuardedServer;
 class StoreContext;
 
 namespace httplib {
-class Server;
 struct Request;
 struct Response;
 } // namespace httplib
@@ -48,7 +48,7 @@ private:
     Options m_options;
     std::unique_ptr<StoreContext> m_context;
     Router m_router;
-    std::unique_ptr<httplib::Server> m_server;
+    std::unique_ptr<GuardedServer> m_server;
     int m_port = 0;
     std::atomic<bool> m_stopRequested{false};
 };

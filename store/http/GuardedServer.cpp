@@ -135,6 +135,12 @@ GuardedServer::GuardedServer(std::chrono::milliseconds headerDeadline,
     , m_bodyDeadline(bodyDeadline)
 { }
 
+bool GuardedServer::widenListenQueue()
+{
+    // listen() on a listening socket only changes the length of its queue.
+    return ::listen(svr_sock_, SOMAXCONN) == 0;
+}
+
 bool GuardedServer::awaitRequest(socket_t sock) const
 {
     // In slices, so that a stopping server is noticed soon.

@@ -14,6 +14,11 @@ class GuardedServer : public httplib::Server
 public:
     GuardedServer(std::chrono::milliseconds headerDeadline, std::chrono::milliseconds bodyDeadline);
 
+    // Lets the listening socket queue a burst of new connections: the library listens with a
+    // queue of five, and the kernel resets connections past the queue while they are accepted.
+    // Call after binding.
+    bool widenListenQueue();
+
 private:
     bool process_and_close_socket(socket_t sock) override;
     // Whether the next request has begun to arrive before the keep-alive time runs out.

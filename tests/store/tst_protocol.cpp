@@ -12,6 +12,11 @@
 #include <QTcpSocket>
 #include <QtTest>
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <atomic>
 #include <thread>
 
@@ -232,6 +237,43 @@ private slots:
         QVERIFY(client.signIn(QString::fromLatin1(StoreSeed::kDemoPhone),
                               QString::fromLatin1(StoreSeed::kDemoPassword))
                         .ok());
+    }
+
+    // A burst of customers connecting at the same moment: every connection is taken and
+    // answered, none is reset because the listening queue was full.
+    void aBurstOfConnectionsIsServed()
+    {
+        InProcessStore store;
+        constexpr int kConnections = 200;
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(quint16(store.port()));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        std::vector<int> sockets;
+        for (int i = 0; i < kConnections; ++i) {
+            const int sock = ::socket(AF_INET, SOCK_STREAM, 0);
+            QVERIFY(sock >= 0);
+            sockets.push_back(sock);
+            QVERIFY2(::connect(sock, reinterpret_cast<const sockaddr *>(&address), sizeof address)
+                             == 0,
+                     strerror(errno));
+        }
+        const QByteArray request("GET /products.json?type=top&page=1 HTTP/1.1\r\nHost: x\r\n"
+                                 "Connection: close\r\n\r\n");
+        for (int sock : sockets)
+            QCOMPARE(::send(sock, request.constData(), size_t(request.size()), MSG_NOSIGNAL),
+                     ssize_t(request.size()));
+        int answered = 0;
+        for (int sock : sockets) {
+            timeval wait{60, 0};
+            ::setsockopt(sock, SOL_SOCKET, SO_RCVTIMEO, &wait, sizeof wait);
+            char head[16] = {};
+            const ssize_t received = ::recv(sock, head, sizeof head - 1, MSG_WAITALL);
+            if (received > 0 && QByteArray(head).startsWith("HTTP/1.1 200"))
+                ++answered;
+            ::close(sock);
+        }
+        QCOMPARE(answered, kConnections);
     }
 
     void concurrentWritersNeverSeeALockedDatabase()

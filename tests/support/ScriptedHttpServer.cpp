@@ -338,6 +338,10 @@ void ScriptedHttpServer::processBuffer(QTcpSocket *socket)
             return;
         }
         answer(socket, response);
+        // A close in the middle of the body may already have dropped the connection.
+        connection = m_connections.value(socket);
+        if (!connection)
+            return;
     }
 }
 
