@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Q9FatherViewController.h"
+#include "screens/account/AccountFormViewController.h"
 
 #include <QString>
 
@@ -13,10 +13,9 @@ class TextField;
 // The SMS step of password recovery (`viewType` 0: the code and a new password) and of unlocking
 // (`viewType` 1: the code only). The presenter sets the mobile number and the captcha text the user
 // typed on the screen before; both successes go back to the sign-in screen.
-class MessageCheckingViewController : public Q9FatherViewController
+class MessageCheckingViewController : public AccountFormViewController
 {
     Q_OBJECT
-    Q_PROPERTY(QString backgroundImage READ backgroundImage NOTIFY layoutChanged)
     Q_PROPERTY(qint64 viewType READ viewType CONSTANT)
     Q_PROPERTY(platform::Label *labelTitle READ labelTitle CONSTANT)
     Q_PROPERTY(platform::TextField *fieldAuthCode READ fieldAuthCode CONSTANT)
@@ -36,7 +35,6 @@ public:
     void setStrImageCode(const QString &imageCode) { m_strImageCode = imageCode; }
     qint64 viewType() const { return m_viewType; }
 
-    QString backgroundImage() const { return m_backgroundImage; }
     platform::Label *labelTitle() const { return m_labelTitle; }
     platform::TextField *fieldAuthCode() const { return m_fieldAuthCode; }
     platform::Button *buttonAuthCode() const { return m_buttonAuthCode; }
@@ -50,25 +48,19 @@ public:
     Q_INVOKABLE void clickButtonGetCode();
     Q_INVOKABLE void clickButtonNext();
 
-signals:
-    void layoutChanged();
-
 protected:
-    void viewDidLoad() override;
+    QString screenTitle() const override;
     void setLoadViewAction() override;
     void setRefleshDataAction() override;
-    void setNavLeftAction() override;
 
 private:
     void layoutFields();
     void setNewPassword();
     void unlockAccount();
-    void popToSignIn();
 
     qint64 m_viewType;
     QString m_phoneNum;
     QString m_strImageCode;
-    QString m_backgroundImage;
     platform::Label *m_labelTitle;
     platform::TextField *m_fieldAuthCode;
     platform::Button *m_buttonAuthCode;

@@ -18,18 +18,10 @@ ModifyMobileOldViewController::ModifyMobileOldViewController(QObject *parent)
     , m_buttonAuthCode(new platform::Button(this))
     , m_buttonNext(new platform::Button(this))
 {
-    m_fieldNewPsw->setPlaceholder(QStringLiteral("请输入短信验证码"));
-    m_fieldNewPsw->setKeyboardType(platform::TextField::NumberPad);
+    layoutAuthCode(m_fieldNewPsw, m_buttonAuthCode, [this] { clickButtonGetCode(); });
     m_fieldPassword->setPlaceholder(QStringLiteral("请输入当前密码"));
     m_fieldPassword->setSecureTextEntry(true);
-    m_buttonAuthCode->setTitle(QStringLiteral("获取验证码"));
-    m_buttonAuthCode->setTitleColor(Qt::white);
-    m_buttonNext->setTitle(QStringLiteral("下一步"));
-    m_buttonNext->setTitleColor(Qt::white);
-    connect(m_buttonAuthCode, &platform::Button::clicked, this,
-            &ModifyMobileOldViewController::clickButtonGetCode);
-    connect(m_buttonNext, &platform::Button::clicked, this,
-            &ModifyMobileOldViewController::clickButtonNext);
+    layoutButton(m_buttonNext, QStringLiteral("下一步"), [this] { clickButtonNext(); });
 }
 
 QString ModifyMobileOldViewController::screenTitle() const
@@ -60,17 +52,10 @@ QString ModifyMobileOldViewController::phoneNumber() const
 
 void ModifyMobileOldViewController::clickButtonGetCode()
 {
-    NetWorkHelper::shareInstance()->getAuthCodeWithPhone_number(
-            phoneNumber(), QString(),
-            [](const QVariantMap &) { showProgress(QStringLiteral("正在获取验证码...")); },
-            [](const QVariant &) { dismissProgress(); },
-            [](const QVariant &, const QVariant &) {
-                AppDelegate::shared()->setTimerStart();
-                showSuccess(QStringLiteral("验证码发送成功"));
-            },
-            [](const QVariant &, const QString &message, const QVariant &) {
-                showFailure(message);
-            });
+    requestAuthCode([this](auto &&...callbacks) {
+        NetWorkHelper::shareInstance()->getAuthCodeWithPhone_number(phoneNumber(), QString(),
+                                                                    callbacks...);
+    });
 }
 
 void ModifyMobileOldViewController::clickButtonNext()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Q9FatherViewController.h"
+#include "screens/account/AccountFormViewController.h"
 #include "screens/account/FoldingRowView.h"
 #include "screens/account/ImageCodeButton.h"
 
@@ -18,10 +18,9 @@ class TextField;
 // (`viewFather`) and what to do after it (`myLoginSuccess`). One form registers an e-mail address
 // (the account then waits for its activation mail) or a mobile number with its SMS code (the user
 // is then signed in at once and the sign-in stack goes away).
-class RegisterViewController : public Q9FatherViewController
+class RegisterViewController : public AccountFormViewController
 {
     Q_OBJECT
-    Q_PROPERTY(QString backgroundImage READ backgroundImage NOTIFY layoutChanged)
     Q_PROPERTY(platform::TextField *fieldUser READ fieldUser CONSTANT)
     Q_PROPERTY(platform::TextField *fieldImageCode READ fieldImageCode CONSTANT)
     Q_PROPERTY(ImageCodeButton *imageCode READ imageCode CONSTANT)
@@ -47,7 +46,6 @@ public:
         m_myLoginSuccess = std::move(loginSuccess);
     }
 
-    QString backgroundImage() const { return m_backgroundImage; }
     platform::TextField *fieldUser() const { return m_fieldUser; }
     platform::TextField *fieldImageCode() const { return m_fieldImageCode; }
     ImageCodeButton *imageCode() const { return m_imageCode; }
@@ -67,14 +65,10 @@ public:
     // back for anything else.
     void textFieldDidEndEditing(platform::TextField *textField);
 
-signals:
-    void layoutChanged();
-
 protected:
-    void viewDidLoad() override;
+    QString screenTitle() const override;
     void viewWillAppear(bool animated) override;
     void setLoadViewAction() override;
-    void setNavLeftAction() override;
 
 private:
     void layoutFields();
@@ -85,7 +79,6 @@ private:
 
     qint64 m_viewFather = 0;
     LoginSuccess m_myLoginSuccess;
-    QString m_backgroundImage;
     platform::TextField *m_fieldUser;
     platform::TextField *m_fieldImageCode;
     ImageCodeButton *m_imageCode;
