@@ -9,9 +9,9 @@
 #include "platform/kits/WeChatPayPrompt.h"
 #include "platform/ui/BarButtonItem.h"
 #include "screens/purchase/BuySuccessViewController.h"
-#include "screens/purchase/MyOrderViewController.h"
 #include "screens/purchase/ConfirmOrderViewController.h"
 #include "screens/purchase/MyCouponViewController.h"
+#include "screens/purchase/MyOrderViewController.h"
 
 using namespace purchasetest;
 using detailtest::StackHarness;
@@ -102,11 +102,19 @@ private:
         return nullptr;
     }
 
+    // The same for the demo account, signed in on the store.
+    ConfirmOrderViewController *openDemoOrder(StackHarness &harness, double minimum = 0)
+    {
+        useStore();
+        return signInDemoAccount() ? openStoreOrder(harness, minimum) : nullptr;
+    }
+
     // Waits until the progress overlay is down and the latest text is no progress text.
     static bool settled()
     {
         return QTest::qWaitFor([] {
-            return !HudRecorder::shared().history().isEmpty() && Hud::shared().kind() != Hud::Progress;
+            return !HudRecorder::shared().history().isEmpty()
+                   && Hud::shared().kind() != Hud::Progress;
         });
     }
 
@@ -299,7 +307,8 @@ private slots:
         platform::Button *tapped
                 = button == 3 ? footer(order)->buttonSure() : footer(order)->buttonCancel();
         QVERIFY(tapped->tap());
-        QCOMPARE(HudRecorder::shared().records(), (QList<HudRecorder::Record>{{Hud::Error, text, false}}));
+        QCOMPARE(HudRecorder::shared().records(),
+                 (QList<HudRecorder::Record>{{Hud::Error, text, false}}));
         QCoreApplication::processEvents();
         QCOMPARE(m_server.requestCount(), 0);
         QCOMPARE(footer(order)->labelCouponPrice()->text(), QStringLiteral("-¥0"));
@@ -365,10 +374,8 @@ private slots:
     {
         QFETCH(QString, code);
         QFETCH(QString, text);
-        useStore();
-        QVERIFY(signInDemoAccount());
         StackHarness harness;
-        ConfirmOrderViewController *order = openStoreOrder(harness);
+        ConfirmOrderViewController *order = openDemoOrder(harness);
         QVERIFY(order);
         if (order->sourceModel().order_subtotal.toDouble() >= 200 && code == "BIG50")
             QSKIP("the game found costs enough for this coupon");
@@ -378,7 +385,7 @@ private slots:
         QVERIFY(settled());
         QCOMPARE(HudRecorder::shared().records(),
                  (QList<HudRecorder::Record>{{Hud::Progress, QStringLiteral("使用优惠码..."), true},
-                                     {Hud::Error, text, false}}));
+                                             {Hud::Error, text, false}}));
         QCOMPARE(footer(order)->labelGoodsPrice()->text(), goods);
         QCOMPARE(footer(order)->labelCouponPrice()->text(), QStringLiteral("-¥0"));
         QVERIFY(footer(order)->fieldCoupon()->isEnabled());
@@ -387,10 +394,8 @@ private slots:
 
     void attachDetachAttach()
     {
-        useStore();
-        QVERIFY(signInDemoAccount());
         StackHarness harness;
-        ConfirmOrderViewController *order = openStoreOrder(harness, 30);
+        ConfirmOrderViewController *order = openDemoOrder(harness, 30);
         QVERIFY(order);
         const QString subtotal = order->sourceModel().order_subtotal;
         const double total = subtotal.toDouble();
@@ -426,10 +431,8 @@ private slots:
     // An unpaid order opened again with its coupon: detaching takes the order's own line.
     void existingOrderDetachesItsOwnCoupon()
     {
-        useStore();
-        QVERIFY(signInDemoAccount());
         StackHarness harness;
-        ConfirmOrderViewController *first = openStoreOrder(harness, 30);
+        ConfirmOrderViewController *first = openDemoOrder(harness, 30);
         QVERIFY(first);
         const QString orderId = first->sourceModel().order_id;
         footer(first)->fieldCoupon()->setText(QStringLiteral("WELCOME10"));
@@ -477,10 +480,8 @@ private slots:
         QFETCH(bool, alipayHighlighted);
         QFETCH(bool, resultShown);
         QFETCH(QStringList, texts);
-        useStore();
-        QVERIFY(signInDemoAccount());
         StackHarness harness;
-        ConfirmOrderViewController *order = openStoreOrder(harness);
+        ConfirmOrderViewController *order = openDemoOrder(harness);
         QVERIFY(order);
         if (alipayHighlighted)
             QVERIFY(footer(order)->buttonZFB()->tap());

@@ -102,6 +102,21 @@ private:
         return screen;
     }
 
+    // The unpaid tab of the demo account on `store`, once it lists that one order.
+    static MyOrderViewController *openUnpaidTab(InProcessStore &store, StackHarness &harness)
+    {
+        pointAt(store.baseUrl());
+        if (!detailtest::signInDemoAccount())
+            return nullptr;
+        MyOrderViewController *screen = open(harness);
+        if (!QTest::qWaitFor([screen] { return screen->tableMain()->count() == 4; }))
+            return nullptr;
+        screen->clickButtonTab(MyOrderViewController::NoPay);
+        const bool unpaidListed = QTest::qWaitFor(
+                [screen] { return column(screen, "status") == QStringList{"未付款"}; });
+        return unpaidListed && waitUntilLoaded(screen) ? screen : nullptr;
+    }
+
 private slots:
     void initTestCase()
     {
@@ -406,14 +421,9 @@ private slots:
     {
         // A store of its own: the cancellation must not change the other tests' orders.
         InProcessStore store;
-        pointAt(store.baseUrl());
-        QVERIFY(detailtest::signInDemoAccount());
         StackHarness harness;
-        MyOrderViewController *screen = open(harness);
-        QTRY_COMPARE(screen->tableMain()->count(), 4);
-        screen->clickButtonTab(MyOrderViewController::NoPay);
-        QTRY_COMPARE(column(screen, "status"), QStringList{"未付款"});
-        QVERIFY(waitUntilLoaded(screen));
+        MyOrderViewController *screen = openUnpaidTab(store, harness);
+        QVERIFY(screen);
 
         screen->clickButtonCancle(0);
         QCOMPARE(Hud::shared().text(), QStringLiteral("正在取消..."));
@@ -431,14 +441,9 @@ private slots:
     void failedCancelKeepsTheOrder()
     {
         InProcessStore store;
-        pointAt(store.baseUrl());
-        QVERIFY(detailtest::signInDemoAccount());
         StackHarness harness;
-        MyOrderViewController *screen = open(harness);
-        QTRY_COMPARE(screen->tableMain()->count(), 4);
-        screen->clickButtonTab(MyOrderViewController::NoPay);
-        QTRY_COMPARE(column(screen, "status"), QStringList{"未付款"});
-        QVERIFY(waitUntilLoaded(screen));
+        MyOrderViewController *screen = openUnpaidTab(store, harness);
+        QVERIFY(screen);
         const QString orderId = screen->arraySource().at(0).id;
 
         // Cancelled elsewhere meanwhile: the store refuses the second cancellation.
