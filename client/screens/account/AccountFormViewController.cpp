@@ -50,14 +50,6 @@ void AccountFormViewController::layoutButton(platform::Button *button, const QSt
     connect(button, &platform::Button::clicked, this, std::move(click));
 }
 
-void AccountFormViewController::layoutAuthCode(platform::TextField *field, platform::Button *button,
-                                               std::function<void()> click)
-{
-    field->setPlaceholder(QStringLiteral("请输入短信验证码"));
-    field->setKeyboardType(platform::TextField::NumberPad);
-    layoutButton(button, QStringLiteral("获取验证码"), std::move(click));
-}
-
 void AccountFormViewController::layoutNewPassword(platform::TextField *password,
                                                   platform::TextField *again)
 {

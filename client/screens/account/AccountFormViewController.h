@@ -46,9 +46,6 @@ protected:
     void setLoginBackground();
     // A button of the form: white title, `click` on a tap.
     void layoutButton(platform::Button *button, const QString &title, std::function<void()> click);
-    // The SMS code's field and the button that asks for a code.
-    void layoutAuthCode(platform::TextField *field, platform::Button *button,
-                        std::function<void()> click);
     // A new password (hidden) and its repeat (intended: shown as typed).
     static void layoutNewPassword(platform::TextField *password, platform::TextField *again);
 

@@ -14,20 +14,17 @@ const QString ElevenDigits = QStringLiteral("请输入11位手机号");
 } // namespace
 
 BindMobileViewController::BindMobileViewController(QObject *parent)
-    : AccountFormViewController(QStringLiteral("BindMobileView.qml"), parent)
+    : AuthCodeFormViewController(QStringLiteral("BindMobileView.qml"), parent)
     , m_fieldMobile(new platform::TextField(this))
     , m_fieldAuthCode(new platform::TextField(this))
     , m_fieldPassword(new platform::TextField(this))
-    , m_buttonAuthCode(new platform::Button(this))
-    , m_buttonNext(new platform::Button(this))
 {
     m_fieldMobile->setPlaceholder(QStringLiteral("请输入新手机号"));
     m_fieldMobile->setKeyboardType(platform::TextField::PhonePad);
     m_fieldMobile->setClearButtonShown(true);
-    layoutAuthCode(m_fieldAuthCode, m_buttonAuthCode, [this] { clickButtonGetCode(); });
+    layoutAuthCode(m_fieldAuthCode, QStringLiteral("完成"));
     m_fieldPassword->setPlaceholder(QStringLiteral("请输入当前密码"));
     m_fieldPassword->setSecureTextEntry(true);
-    layoutButton(m_buttonNext, QStringLiteral("完成"), [this] { clickButtonNext(); });
 }
 
 QString BindMobileViewController::screenTitle() const

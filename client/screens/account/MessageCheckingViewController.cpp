@@ -12,14 +12,12 @@
 using platform::Hud;
 
 MessageCheckingViewController::MessageCheckingViewController(qint64 viewType, QObject *parent)
-    : AccountFormViewController(QStringLiteral("MessageCheckingView.qml"), parent)
+    : AuthCodeFormViewController(QStringLiteral("MessageCheckingView.qml"), parent)
     , m_viewType(viewType)
     , m_labelTitle(new platform::Label(this))
     , m_fieldAuthCode(new platform::TextField(this))
-    , m_buttonAuthCode(new platform::Button(this))
     , m_fieldPassword(new platform::TextField(this))
     , m_fieldPasswordAgain(new platform::TextField(this))
-    , m_buttonNext(new platform::Button(this))
 { }
 
 QString MessageCheckingViewController::screenTitle() const
@@ -37,15 +35,13 @@ void MessageCheckingViewController::setLoadViewAction()
 void MessageCheckingViewController::layoutFields()
 {
     m_labelTitle->setTextColor(Qt::white);
-    layoutAuthCode(m_fieldAuthCode, m_buttonAuthCode, [this] { clickButtonGetCode(); });
-    AppDelegate::shared()->setButtonIsEnable(m_buttonAuthCode);
+    layoutAuthCode(m_fieldAuthCode, QStringLiteral("完成"));
+    AppDelegate::shared()->setButtonIsEnable(buttonAuthCode());
 
     const bool findPassword = m_viewType == FindPassword;
     layoutNewPassword(m_fieldPassword, m_fieldPasswordAgain);
     m_fieldPassword->setHidden(!findPassword);
     m_fieldPasswordAgain->setHidden(!findPassword);
-
-    layoutButton(m_buttonNext, QStringLiteral("完成"), [this] { clickButtonNext(); });
 }
 
 void MessageCheckingViewController::setRefleshDataAction()

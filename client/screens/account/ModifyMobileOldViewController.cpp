@@ -11,17 +11,14 @@
 #include <QPointer>
 
 ModifyMobileOldViewController::ModifyMobileOldViewController(QObject *parent)
-    : AccountFormViewController(QStringLiteral("ModifyMobileOldView.qml"), parent)
+    : AuthCodeFormViewController(QStringLiteral("ModifyMobileOldView.qml"), parent)
     , m_labelTip(new platform::Label(this))
     , m_fieldNewPsw(new platform::TextField(this))
     , m_fieldPassword(new platform::TextField(this))
-    , m_buttonAuthCode(new platform::Button(this))
-    , m_buttonNext(new platform::Button(this))
 {
-    layoutAuthCode(m_fieldNewPsw, m_buttonAuthCode, [this] { clickButtonGetCode(); });
+    layoutAuthCode(m_fieldNewPsw, QStringLiteral("下一步"));
     m_fieldPassword->setPlaceholder(QStringLiteral("请输入当前密码"));
     m_fieldPassword->setSecureTextEntry(true);
-    layoutButton(m_buttonNext, QStringLiteral("下一步"), [this] { clickButtonNext(); });
 }
 
 QString ModifyMobileOldViewController::screenTitle() const
@@ -41,7 +38,7 @@ QString ModifyMobileOldViewController::tipForNumber(const QString &phoneNumber)
 void ModifyMobileOldViewController::setLoadViewAction()
 {
     m_labelTip->setText(tipForNumber(phoneNumber()));
-    AppDelegate::shared()->setButtonIsEnable(m_buttonAuthCode);
+    AppDelegate::shared()->setButtonIsEnable(buttonAuthCode());
 }
 
 QString ModifyMobileOldViewController::phoneNumber() const

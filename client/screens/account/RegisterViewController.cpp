@@ -25,16 +25,14 @@ constexpr qsizetype PasswordMinimum = 8;
 } // namespace
 
 RegisterViewController::RegisterViewController(QObject *parent)
-    : AccountFormViewController(QStringLiteral("RegisterView.qml"), parent)
+    : AuthCodeFormViewController(QStringLiteral("RegisterView.qml"), parent)
     , m_fieldUser(new platform::TextField(this))
     , m_fieldImageCode(new platform::TextField(this))
     , m_imageCode(new ImageCodeButton(this))
     , m_viewAuthCode(new FoldingRowView(AuthCodeRowHeight, this))
     , m_fieldAuthCode(new platform::TextField(this))
-    , m_buttonAuthCode(new platform::Button(this))
     , m_fieldPassword(new platform::TextField(this))
     , m_fieldPasswordAgain(new platform::TextField(this))
-    , m_buttonNext(new platform::Button(this))
 { }
 
 QString RegisterViewController::screenTitle() const
@@ -66,15 +64,13 @@ void RegisterViewController::layoutFields()
     m_fieldImageCode->setPlaceholder(QStringLiteral("请输入验证码"));
     connect(m_imageCode, &platform::Button::clicked, this, &RegisterViewController::clickImageCode);
 
-    layoutAuthCode(m_fieldAuthCode, m_buttonAuthCode, [this] { clickButtonGetCode(); });
-    AppDelegate::shared()->setButtonIsEnable(m_buttonAuthCode);
+    layoutAuthCode(m_fieldAuthCode, QStringLiteral("完成"));
+    AppDelegate::shared()->setButtonIsEnable(buttonAuthCode());
 
     m_fieldPassword->setPlaceholder(QStringLiteral("请输入密码"));
     m_fieldPassword->setSecureTextEntry(true);
     m_fieldPasswordAgain->setPlaceholder(QStringLiteral("确认密码"));
     m_fieldPasswordAgain->setSecureTextEntry(true);
-
-    layoutButton(m_buttonNext, QStringLiteral("完成"), [this] { clickButtonNext(); });
 }
 
 void RegisterViewController::refreshData()
