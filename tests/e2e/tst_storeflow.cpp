@@ -24,11 +24,7 @@ private:
     QQuickItem *root() const { return m_app.root(); }
     platform::NavigationController *homeStack() const { return m_app.stack(0); }
 
-    TabOneViewController *home() const
-    {
-        platform::NavigationController *stack = homeStack();
-        return stack ? qobject_cast<TabOneViewController *>(stack->viewControllerAt(0)) : nullptr;
-    }
+    TabOneViewController *home() const { return m_app.first<TabOneViewController>(0); }
 
 private slots:
     void initTestCase() { QVERIFY(m_app.startStore()); }

@@ -156,6 +156,13 @@ public:
         platform::NavigationController *navigation = stack(tab);
         return navigation ? navigation->topViewController() : nullptr;
     }
+    // The first screen of tab `tab`'s stack, when it is a `Screen`.
+    template<typename Screen>
+    Screen *first(int tab) const
+    {
+        platform::NavigationController *navigation = stack(tab);
+        return navigation ? qobject_cast<Screen *>(navigation->viewControllerAt(0)) : nullptr;
+    }
 
     // The screen the user sees, once it is a `Screen` and no stack is sliding; null otherwise.
     template<typename Screen>
@@ -245,10 +252,10 @@ public:
     }
 
     // Whether the HUD has shown `text` since HudRecorder was last cleared.
-    static bool waitForHud(const QString &text)
+    static bool waitForHud(const QString &text, int timeoutMs = WaitMs)
     {
         return QTest::qWaitFor([&] { return HudRecorder::shared().history().contains(text); },
-                               WaitMs);
+                               timeoutMs);
     }
 
     // Writes the window, once it stands still, to the review folder as `name`.
