@@ -102,6 +102,14 @@ private:
         return nullptr;
     }
 
+    // Types `code` into the footer and taps "使用", the HUD's record started afresh.
+    static bool useCoupon(ConfirmOrderViewController *order, const QString &code)
+    {
+        HudRecorder::shared().clear();
+        footer(order)->fieldCoupon()->setText(code);
+        return footer(order)->buttonSure()->tap();
+    }
+
     // The same for the demo account, signed in on the store.
     ConfirmOrderViewController *openDemoOrder(StackHarness &harness, double minimum = 0)
     {
@@ -380,8 +388,7 @@ private slots:
         if (order->sourceModel().order_subtotal.toDouble() >= 200 && code == "BIG50")
             QSKIP("the game found costs enough for this coupon");
         const QString goods = footer(order)->labelGoodsPrice()->text();
-        footer(order)->fieldCoupon()->setText(code);
-        QVERIFY(footer(order)->buttonSure()->tap());
+        QVERIFY(useCoupon(order, code));
         QVERIFY(settled());
         QCOMPARE(HudRecorder::shared().records(),
                  (QList<HudRecorder::Record>{{Hud::Progress, QStringLiteral("使用优惠码..."), true},
@@ -400,9 +407,7 @@ private slots:
         const QString subtotal = order->sourceModel().order_subtotal;
         const double total = subtotal.toDouble();
         for (int round = 0; round < 2; ++round) {
-            HudRecorder::shared().clear();
-            footer(order)->fieldCoupon()->setText(QStringLiteral("WELCOME10"));
-            QVERIFY(footer(order)->buttonSure()->tap());
+            QVERIFY(useCoupon(order, QStringLiteral("WELCOME10")));
             QVERIFY(waitForLastHud(QStringLiteral("使用成功")));
             QCOMPARE(HudRecorder::shared().records().first(),
                      (HudRecorder::Record{Hud::Progress, QStringLiteral("使用优惠码..."), true}));
@@ -435,8 +440,7 @@ private slots:
         ConfirmOrderViewController *first = openDemoOrder(harness, 30);
         QVERIFY(first);
         const QString orderId = first->sourceModel().order_id;
-        footer(first)->fieldCoupon()->setText(QStringLiteral("WELCOME10"));
-        QVERIFY(footer(first)->buttonSure()->tap());
+        QVERIFY(useCoupon(first, QStringLiteral("WELCOME10")));
         QVERIFY(waitForLastHud(QStringLiteral("使用成功")));
         harness.navigation->popViewController(false);
 

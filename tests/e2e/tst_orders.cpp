@@ -102,6 +102,18 @@ private:
         return screen;
     }
 
+    // The order history of a user signed in locally, `server` answering `orders` on every page.
+    static MyOrderViewController *openScripted(ScriptedHttpServer &server, StackHarness &harness,
+                                               const QVariant &orders)
+    {
+        if (!server.listen())
+            return nullptr;
+        pointAt(server.baseUrl());
+        server.setFallback(page(orders));
+        detailtest::signInLocally();
+        return open(harness);
+    }
+
     // The unpaid tab of the demo account on `store`, once it lists that one order.
     static MyOrderViewController *openUnpaidTab(InProcessStore &store, StackHarness &harness)
     {
@@ -234,12 +246,10 @@ private slots:
         QFETCH(int, tab);
         QFETCH(QString, type);
         ScriptedHttpServer server;
-        QVERIFY(server.listen());
-        pointAt(server.baseUrl());
-        server.setFallback(page(QVariantList{order(1, "in_checkout", "30", {})}));
-        detailtest::signInLocally();
         StackHarness harness;
-        MyOrderViewController *screen = open(harness);
+        MyOrderViewController *screen
+                = openScripted(server, harness, QVariantList{order(1, "in_checkout", "30", {})});
+        QVERIFY(screen);
         QCOMPARE(screen->title(), QStringLiteral("我的订单"));
         QCOMPARE(screen->leftBarItem()->imageName(), QStringLiteral("common_navBack"));
         QVERIFY(screen->rightBarItem()->isHidden());
@@ -286,12 +296,10 @@ private slots:
         QFETCH(QVariant, answer);
         QFETCH(QStringList, orders);
         ScriptedHttpServer server;
-        QVERIFY(server.listen());
-        pointAt(server.baseUrl());
-        server.setFallback(page(QVariantList{order(1, "in_checkout", "30", {})}));
-        detailtest::signInLocally();
         StackHarness harness;
-        MyOrderViewController *screen = open(harness);
+        MyOrderViewController *screen
+                = openScripted(server, harness, QVariantList{order(1, "in_checkout", "30", {})});
+        QVERIFY(screen);
         QTRY_COMPARE(column(screen, "orderId"), QStringList{"订单号:1"});
         QVERIFY(waitUntilLoaded(screen));
 
@@ -305,13 +313,11 @@ private slots:
     void emptyPageEndsTheListAndStillAdvances()
     {
         ScriptedHttpServer server;
-        QVERIFY(server.listen());
-        pointAt(server.baseUrl());
-        server.setFallback(page(
-                QVariantList{order(1, "in_checkout", "30", {}), order(2, "completed", "40", {})}));
-        detailtest::signInLocally();
         StackHarness harness;
-        MyOrderViewController *screen = open(harness);
+        MyOrderViewController *screen = openScripted(
+                server, harness,
+                QVariantList{order(1, "in_checkout", "30", {}), order(2, "completed", "40", {})});
+        QVERIFY(screen);
         QTRY_COMPARE(screen->tableMain()->count(), 2);
         QVERIFY(waitUntilLoaded(screen));
         QCOMPARE(screen->pageMain(), 2);
