@@ -96,8 +96,8 @@ public:
     // A file beside the store's database, removed with it.
     QString storeFile(const QString &name) const { return m_storeFolder.filePath(name); }
 
-    // GET `pathAndQuery` of the store on `network` (the fixture's own when none is given: no
-    // session, no cookies) and the decoded body.
+    // GET `pathAndQuery` of the store on `network` (the fixture's own when none is given, apart
+    // from the app's session and cookies) and the decoded body.
     QVariant storeAnswer(const QString &pathAndQuery, QNetworkAccessManager *network = nullptr)
     {
         return QJsonDocument::fromJson(exchange(network ? network : &m_network,
