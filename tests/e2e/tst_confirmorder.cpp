@@ -102,6 +102,21 @@ private:
         return nullptr;
     }
 
+    // Types `code` into the footer and taps "使用", the HUD's record started afresh.
+    static bool useCoupon(ConfirmOrderViewController *order, const QString &code)
+    {
+        HudRecorder::shared().clear();
+        footer(order)->fieldCoupon()->setText(code);
+        return footer(order)->buttonSure()->tap();
+    }
+
+    // The same for the demo account, signed in on the store.
+    ConfirmOrderViewController *openDemoOrder(StackHarness &harness, double minimum = 0)
+    {
+        useStore();
+        return signInDemoAccount() ? openStoreOrder(harness, minimum) : nullptr;
+    }
+
     // Waits until the progress overlay is down and the latest text is no progress text.
     static bool settled()
     {
@@ -377,16 +392,13 @@ private slots:
     {
         QFETCH(QString, code);
         QFETCH(QString, text);
-        useStore();
-        QVERIFY(signInDemoAccount());
         StackHarness harness;
-        ConfirmOrderViewController *order = openStoreOrder(harness);
+        ConfirmOrderViewController *order = openDemoOrder(harness);
         QVERIFY(order);
         if (order->sourceModel().order_subtotal.toDouble() >= 200 && code == "BIG50")
             QSKIP("the game found costs enough for this coupon");
         const QString goods = footer(order)->labelGoodsPrice()->text();
-        footer(order)->fieldCoupon()->setText(code);
-        QVERIFY(footer(order)->buttonSure()->tap());
+        QVERIFY(useCoupon(order, code));
         QVERIFY(settled());
         QCOMPARE(HudRecorder::shared().records(),
                  (QList<HudRecorder::Record>{{Hud::Progress, QStringLiteral("使用优惠码..."), true},
@@ -399,17 +411,13 @@ private slots:
 
     void attachDetachAttach()
     {
-        useStore();
-        QVERIFY(signInDemoAccount());
         StackHarness harness;
-        ConfirmOrderViewController *order = openStoreOrder(harness, 30);
+        ConfirmOrderViewController *order = openDemoOrder(harness, 30);
         QVERIFY(order);
         const QString subtotal = order->sourceModel().order_subtotal;
         const double total = subtotal.toDouble();
         for (int round = 0; round < 2; ++round) {
-            HudRecorder::shared().clear();
-            footer(order)->fieldCoupon()->setText(QStringLiteral("WELCOME10"));
-            QVERIFY(footer(order)->buttonSure()->tap());
+            QVERIFY(useCoupon(order, QStringLiteral("WELCOME10")));
             QVERIFY(waitForLastHud(QStringLiteral("使用成功")));
             QCOMPARE(HudRecorder::shared().records().first(),
                      (HudRecorder::Record{Hud::Progress, QStringLiteral("使用优惠码..."), true}));
@@ -438,14 +446,11 @@ private slots:
     // An unpaid order opened again with its coupon: detaching takes the order's own line.
     void existingOrderDetachesItsOwnCoupon()
     {
-        useStore();
-        QVERIFY(signInDemoAccount());
         StackHarness harness;
-        ConfirmOrderViewController *first = openStoreOrder(harness, 30);
+        ConfirmOrderViewController *first = openDemoOrder(harness, 30);
         QVERIFY(first);
         const QString orderId = first->sourceModel().order_id;
-        footer(first)->fieldCoupon()->setText(QStringLiteral("WELCOME10"));
-        QVERIFY(footer(first)->buttonSure()->tap());
+        QVERIFY(useCoupon(first, QStringLiteral("WELCOME10")));
         QVERIFY(waitForLastHud(QStringLiteral("使用成功")));
         harness.navigation->popViewController(false);
 
@@ -489,10 +494,8 @@ private slots:
         QFETCH(bool, alipayHighlighted);
         QFETCH(bool, resultShown);
         QFETCH(QStringList, texts);
-        useStore();
-        QVERIFY(signInDemoAccount());
         StackHarness harness;
-        ConfirmOrderViewController *order = openStoreOrder(harness);
+        ConfirmOrderViewController *order = openDemoOrder(harness);
         QVERIFY(order);
         if (alipayHighlighted)
             QVERIFY(footer(order)->buttonZFB()->tap());

@@ -1,32 +1,16 @@
-#include "HudRecorder.h"
-#include "QuickTestItems.h"
-#include "StoreProcess.h"
-#include "TestEnvironment.h"
+#include "JourneyApp.h"
 #include "tst_home_fixture.h"
 
-#include "app/AppDelegate.h"
-#include "app/AppLaunch.h"
-#include "app/WindowSnapshot.h"
-#include "platform/ui/Hud.h"
 #include "platform/ui/ImageNetworkFactory.h"
 #include "platform/ui/Label.h"
-#include "platform/ui/NavigationController.h"
 #include "platform/ui/RowModel.h"
-#include "platform/ui/TabBarController.h"
-#include "platform/ui/Window.h"
 #include "screens/store/GoodsDetailHeaderView.h"
 #include "screens/store/GoodsDetailViewController.h"
 #include "screens/store/TabOneViewController.h"
 #include "service/NetWorkHelper.h"
 
-#include <QDir>
 #include <QNetworkDiskCache>
-#include <QProcess>
-#include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTemporaryDir>
 
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 
@@ -41,58 +25,17 @@ class TestOfflineJourney : public QObject
     Q_OBJECT
 
 private:
-    QTemporaryDir m_storeFolder;
-    QProcess m_storeProcess;
-    int m_port = 0;
-    std::unique_ptr<QQmlApplicationEngine> m_engine;
-    QQuickWindow *m_window = nullptr;
+    tarvel::test::JourneyApp m_app;
 
-    QQuickItem *root() const { return m_window->contentItem(); }
+    QQuickItem *root() const { return m_app.root(); }
+    platform::NavigationController *homeStack() const { return m_app.stack(0); }
 
-    bool startStore(int port)
-    {
-        m_port = tarvel::test::startStoreOnPort(
-                m_storeProcess,
-                {QStringLiteral("--db"), m_storeFolder.filePath(QStringLiteral("store.sqlite")),
-                 QStringLiteral("--quiet"), QStringLiteral("--sandbox")},
-                port);
-        return m_port > 0;
-    }
-
-    void stopStore()
-    {
-        m_storeProcess.terminate();
-        if (!m_storeProcess.waitForFinished(10000))
-            m_storeProcess.kill();
-    }
-
-    void launch()
-    {
-        m_engine.reset();
-        m_engine = std::make_unique<QQmlApplicationEngine>();
-        m_window = AppLaunch::launch(*qGuiApp, *m_engine);
-        QVERIFY(m_window);
-        QVERIFY(QTest::qWaitForWindowExposed(m_window));
-    }
-
-    platform::NavigationController *homeStack() const
-    {
-        auto *tabs = qobject_cast<platform::TabBarController *>(
-                AppDelegate::shared()->window()->rootViewController());
-        return tabs ? qobject_cast<platform::NavigationController *>(tabs->viewControllerAt(0))
-                    : nullptr;
-    }
-
-    TabOneViewController *home() const
-    {
-        platform::NavigationController *stack = homeStack();
-        return stack ? qobject_cast<TabOneViewController *>(stack->viewControllerAt(0)) : nullptr;
-    }
+    TabOneViewController *home() const { return m_app.first<TabOneViewController>(0); }
 
     bool homeShowsCovers() const
     {
         return home() && !home()->arraySource().isEmpty() && home()->pageNum() == 2
-               && tarvel::test::coversOnScreenLoaded(m_window);
+               && tarvel::test::coversOnScreenLoaded(m_app.window());
     }
 
     QQuickItem *cellOf(const QString &title) const
@@ -109,7 +52,7 @@ private:
     {
         const QString title = home()->arraySource().constFirst().title;
         QQuickItem *cell = cellOf(title);
-        if (!cell || !tarvel::test::tapWhenStill(m_window, cell))
+        if (!cell || !m_app.tap(cell))
             return nullptr;
         if (!QTest::qWaitFor([this] { return homeStack()->depth() == 2; }, 10000))
             return nullptr;
@@ -129,16 +72,8 @@ private:
 
     void back()
     {
-        QVERIFY(QTest::qWaitFor([this] { return !tarvel::test::stacksBusy(root()); }));
-        QTest::mouseClick(m_window, Qt::LeftButton, {}, QPoint(22, 42));
+        QVERIFY(m_app.tapBack());
         QTRY_COMPARE(homeStack()->depth(), 1);
-    }
-
-    void snapshot(const QString &name)
-    {
-        QVERIFY(tarvel::test::waitForStillScene(m_window));
-        QVERIFY(WindowSnapshot::save(
-                m_window, QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name)));
     }
 
     // The kept carousel shows at the top of the page, not scrolled away.
@@ -149,7 +84,7 @@ private:
             return false;
         const QRectF box
                 = carousel->mapRectToScene(QRectF(0, 0, carousel->width(), carousel->height()));
-        return box.top() >= 0 && box.bottom() <= m_window->height();
+        return box.top() >= 0 && box.bottom() <= m_app.window()->height();
     }
 
     bool bannerShown() const
@@ -161,23 +96,21 @@ private:
 private slots:
     void initTestCase()
     {
-        QVERIFY(m_storeFolder.isValid());
-        QVERIFY(startStore(0));
-        qputenv("TARVEL_API_BASE_URL", QStringLiteral("http://127.0.0.1:%1").arg(m_port).toUtf8());
+        QVERIFY(m_app.startStore());
         NetWorkHelper::shareInstance()->offlineState()->setProbeIntervals(100, 1000);
         platform::Hud::shared().setAutoDismissInterval(300);
     }
 
     void cleanupTestCase()
     {
-        m_engine.reset();
-        stopStore();
+        m_app.close();
+        m_app.stopStore();
     }
 
     void browseOfflineThenReload()
     {
         // Online: the home page and a game, with their covers.
-        launch();
+        QVERIFY(m_app.launch());
         QVERIFY(QTest::qWaitFor([this] { return homeShowsCovers(); }, 20000));
         QVERIFY(!bannerShown());
         const QList<Object_HomeGames> seen = home()->arraySource();
@@ -194,8 +127,8 @@ private slots:
         QVERIFY(pictures.metaData(QUrl(home()->cells().constFirst().imageGoods())).isValid());
 
         // No store, and the app starts again.
-        stopStore();
-        launch();
+        m_app.stopStore();
+        QVERIFY(m_app.launch());
         QVERIFY(QTest::qWaitFor([this] { return homeShowsCovers(); }, 20000));
         QTRY_VERIFY(bannerShown());
         QCOMPARE(findNamed(root(), QStringLiteral("homeOfflineText"))->property("text").toString(),
@@ -205,23 +138,23 @@ private slots:
         QVERIFY(!home()->buttonRefresh());
         QCOMPARE(home()->scrollBanner()->count(), home()->arrayImageBanner().size());
         QVERIFY(carouselOnScreen());
-        snapshot(QStringLiteral("offline_1_home_banner.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("offline_1_home_banner.png")));
 
         GoodsDetailViewController *keptGame = openFirstGame();
         QVERIFY(keptGame);
         QCOMPARE(keptGame->gameId(), gameId);
         QCOMPARE(keptGame->headerView()->imageUrl(), coverUrl);
-        snapshot(QStringLiteral("offline_2_kept_game.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("offline_2_kept_game.png")));
         back();
 
         // The store returns on its address: the notice goes and the page loads again.
         HudRecorder::shared().clear();
-        QVERIFY(startStore(m_port));
+        QVERIFY(m_app.startStore(m_app.port()));
         QTRY_VERIFY_WITH_TIMEOUT(!bannerShown(), 20000);
         QVERIFY(!NetWorkHelper::shareInstance()->offlineState()->answeredFromCache());
         QTRY_VERIFY(HudRecorder::shared().history().contains(QStringLiteral("正在加载")));
         QVERIFY(QTest::qWaitFor([this] { return homeShowsCovers(); }, 20000));
-        snapshot(QStringLiteral("offline_3_back_online.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("offline_3_back_online.png")));
     }
 };
 

@@ -102,6 +102,33 @@ private:
         return screen;
     }
 
+    // The order history of a user signed in locally, `server` answering `orders` on every page.
+    static MyOrderViewController *openScripted(ScriptedHttpServer &server, StackHarness &harness,
+                                               const QVariant &orders)
+    {
+        if (!server.listen())
+            return nullptr;
+        pointAt(server.baseUrl());
+        server.setFallback(page(orders));
+        detailtest::signInLocally();
+        return open(harness);
+    }
+
+    // The unpaid tab of the demo account on `store`, once it lists that one order.
+    static MyOrderViewController *openUnpaidTab(InProcessStore &store, StackHarness &harness)
+    {
+        pointAt(store.baseUrl());
+        if (!detailtest::signInDemoAccount())
+            return nullptr;
+        MyOrderViewController *screen = open(harness);
+        if (!QTest::qWaitFor([screen] { return screen->tableMain()->count() == 4; }))
+            return nullptr;
+        screen->clickButtonTab(MyOrderViewController::NoPay);
+        const bool unpaidListed = QTest::qWaitFor(
+                [screen] { return column(screen, "status") == QStringList{"未付款"}; });
+        return unpaidListed && waitUntilLoaded(screen) ? screen : nullptr;
+    }
+
 private slots:
     void initTestCase()
     {
@@ -219,12 +246,10 @@ private slots:
         QFETCH(int, tab);
         QFETCH(QString, type);
         ScriptedHttpServer server;
-        QVERIFY(server.listen());
-        pointAt(server.baseUrl());
-        server.setFallback(page(QVariantList{order(1, "in_checkout", "30", {})}));
-        detailtest::signInLocally();
         StackHarness harness;
-        MyOrderViewController *screen = open(harness);
+        MyOrderViewController *screen
+                = openScripted(server, harness, QVariantList{order(1, "in_checkout", "30", {})});
+        QVERIFY(screen);
         QCOMPARE(screen->title(), QStringLiteral("我的订单"));
         QCOMPARE(screen->leftBarItem()->imageName(), QStringLiteral("common_navBack"));
         QVERIFY(screen->rightBarItem()->isHidden());
@@ -271,12 +296,10 @@ private slots:
         QFETCH(QVariant, answer);
         QFETCH(QStringList, orders);
         ScriptedHttpServer server;
-        QVERIFY(server.listen());
-        pointAt(server.baseUrl());
-        server.setFallback(page(QVariantList{order(1, "in_checkout", "30", {})}));
-        detailtest::signInLocally();
         StackHarness harness;
-        MyOrderViewController *screen = open(harness);
+        MyOrderViewController *screen
+                = openScripted(server, harness, QVariantList{order(1, "in_checkout", "30", {})});
+        QVERIFY(screen);
         QTRY_COMPARE(column(screen, "orderId"), QStringList{"订单号:1"});
         QVERIFY(waitUntilLoaded(screen));
 
@@ -290,13 +313,11 @@ private slots:
     void emptyPageEndsTheListAndStillAdvances()
     {
         ScriptedHttpServer server;
-        QVERIFY(server.listen());
-        pointAt(server.baseUrl());
-        server.setFallback(page(
-                QVariantList{order(1, "in_checkout", "30", {}), order(2, "completed", "40", {})}));
-        detailtest::signInLocally();
         StackHarness harness;
-        MyOrderViewController *screen = open(harness);
+        MyOrderViewController *screen = openScripted(
+                server, harness,
+                QVariantList{order(1, "in_checkout", "30", {}), order(2, "completed", "40", {})});
+        QVERIFY(screen);
         QTRY_COMPARE(screen->tableMain()->count(), 2);
         QVERIFY(waitUntilLoaded(screen));
         QCOMPARE(screen->pageMain(), 2);
@@ -406,14 +427,9 @@ private slots:
     {
         // A store of its own: the cancellation must not change the other tests' orders.
         InProcessStore store;
-        pointAt(store.baseUrl());
-        QVERIFY(detailtest::signInDemoAccount());
         StackHarness harness;
-        MyOrderViewController *screen = open(harness);
-        QTRY_COMPARE(screen->tableMain()->count(), 4);
-        screen->clickButtonTab(MyOrderViewController::NoPay);
-        QTRY_COMPARE(column(screen, "status"), QStringList{"未付款"});
-        QVERIFY(waitUntilLoaded(screen));
+        MyOrderViewController *screen = openUnpaidTab(store, harness);
+        QVERIFY(screen);
 
         screen->clickButtonCancle(0);
         QCOMPARE(Hud::shared().text(), QStringLiteral("正在取消..."));
@@ -431,14 +447,9 @@ private slots:
     void failedCancelKeepsTheOrder()
     {
         InProcessStore store;
-        pointAt(store.baseUrl());
-        QVERIFY(detailtest::signInDemoAccount());
         StackHarness harness;
-        MyOrderViewController *screen = open(harness);
-        QTRY_COMPARE(screen->tableMain()->count(), 4);
-        screen->clickButtonTab(MyOrderViewController::NoPay);
-        QTRY_COMPARE(column(screen, "status"), QStringList{"未付款"});
-        QVERIFY(waitUntilLoaded(screen));
+        MyOrderViewController *screen = openUnpaidTab(store, harness);
+        QVERIFY(screen);
         const QString orderId = screen->arraySource().at(0).id;
 
         // Cancelled elsewhere meanwhile: the store refuses the second cancellation.

@@ -14,28 +14,17 @@ const QString ElevenDigits = QStringLiteral("请输入11位手机号");
 } // namespace
 
 BindMobileViewController::BindMobileViewController(QObject *parent)
-    : AccountFormViewController(QStringLiteral("BindMobileView.qml"), parent)
+    : AuthCodeFormViewController(QStringLiteral("BindMobileView.qml"), parent)
     , m_fieldMobile(new platform::TextField(this))
     , m_fieldAuthCode(new platform::TextField(this))
     , m_fieldPassword(new platform::TextField(this))
-    , m_buttonAuthCode(new platform::Button(this))
-    , m_buttonNext(new platform::Button(this))
 {
     m_fieldMobile->setPlaceholder(QStringLiteral("请输入新手机号"));
     m_fieldMobile->setKeyboardType(platform::TextField::PhonePad);
     m_fieldMobile->setClearButtonShown(true);
-    m_fieldAuthCode->setPlaceholder(QStringLiteral("请输入短信验证码"));
-    m_fieldAuthCode->setKeyboardType(platform::TextField::NumberPad);
+    layoutAuthCode(m_fieldAuthCode, QStringLiteral("完成"));
     m_fieldPassword->setPlaceholder(QStringLiteral("请输入当前密码"));
     m_fieldPassword->setSecureTextEntry(true);
-    m_buttonAuthCode->setTitle(QStringLiteral("获取验证码"));
-    m_buttonAuthCode->setTitleColor(Qt::white);
-    m_buttonNext->setTitle(QStringLiteral("完成"));
-    m_buttonNext->setTitleColor(Qt::white);
-    connect(m_buttonAuthCode, &platform::Button::clicked, this,
-            &BindMobileViewController::clickButtonGetCode);
-    connect(m_buttonNext, &platform::Button::clicked, this,
-            &BindMobileViewController::clickButtonNext);
 }
 
 QString BindMobileViewController::screenTitle() const
@@ -50,16 +39,12 @@ void BindMobileViewController::clickButtonGetCode()
     const QString number = m_fieldMobile->text();
     if (number.length() != 11)
         return showError(ElevenDigits);
-    NetWorkHelper::shareInstance()->getAuthCodeWithPhone_number(
-            number, QString(),
-            [](const QVariantMap &) { showProgress(QStringLiteral("正在获取验证码...")); },
-            [](const QVariant &) { dismissProgress(); },
-            [](const QVariant &, const QVariant &) {
-                showSuccess(QStringLiteral("验证码发送成功"));
+    requestAuthCode(
+            [number](auto &&...callbacks) {
+                NetWorkHelper::shareInstance()->getAuthCodeWithPhone_number(number, QString(),
+                                                                            callbacks...);
             },
-            [](const QVariant &, const QString &message, const QVariant &) {
-                showFailure(message);
-            });
+            false);
 }
 
 void BindMobileViewController::clickButtonNext()

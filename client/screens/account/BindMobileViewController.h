@@ -1,33 +1,28 @@
 #pragma once
 
-#include "screens/account/AccountFormViewController.h"
+#include "screens/account/AuthCodeFormViewController.h"
 
 namespace platform {
-class Button;
 class TextField;
 } // namespace platform
 
 // "绑定手机": the number to bind, its SMS code and the current password. Reached directly when
 // the account has no number, or after the old number was proven (ModifyMobileOldViewController).
-class BindMobileViewController : public AccountFormViewController
+class BindMobileViewController : public AuthCodeFormViewController
 {
     Q_OBJECT
     Q_PROPERTY(platform::TextField *fieldMobile READ fieldMobile CONSTANT)
     Q_PROPERTY(platform::TextField *fieldAuthCode READ fieldAuthCode CONSTANT)
     Q_PROPERTY(platform::TextField *fieldPassword READ fieldPassword CONSTANT)
-    Q_PROPERTY(platform::Button *buttonAuthCode READ buttonAuthCode CONSTANT)
-    Q_PROPERTY(platform::Button *buttonNext READ buttonNext CONSTANT)
 public:
     explicit BindMobileViewController(QObject *parent = nullptr);
 
     platform::TextField *fieldMobile() const { return m_fieldMobile; }
     platform::TextField *fieldAuthCode() const { return m_fieldAuthCode; }
     platform::TextField *fieldPassword() const { return m_fieldPassword; }
-    platform::Button *buttonAuthCode() const { return m_buttonAuthCode; }
-    platform::Button *buttonNext() const { return m_buttonNext; }
 
-    Q_INVOKABLE void clickButtonGetCode();
-    Q_INVOKABLE void clickButtonNext();
+    void clickButtonGetCode() override;
+    void clickButtonNext() override;
 
 protected:
     QString screenTitle() const override;
@@ -36,6 +31,4 @@ private:
     platform::TextField *m_fieldMobile;
     platform::TextField *m_fieldAuthCode;
     platform::TextField *m_fieldPassword;
-    platform::Button *m_buttonAuthCode;
-    platform::Button *m_buttonNext;
 };

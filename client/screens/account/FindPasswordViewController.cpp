@@ -1,25 +1,18 @@
 #include "screens/account/FindPasswordViewController.h"
 
-#include "platform/ui/BarButtonItem.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/NavigationController.h"
 #include "screens/account/FindPasswordMobileViewController.h"
 #include "screens/account/FindPswByEmailViewController.h"
 
 FindPasswordViewController::FindPasswordViewController(qint64 viewType, QObject *parent)
-    : Q9FatherViewController(parent)
+    : AccountFormViewController(QStringLiteral("FindPasswordView.qml"), parent)
     , m_viewType(viewType)
-{
-    setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/account/FindPasswordView.qml")));
-}
+{ }
 
-void FindPasswordViewController::viewDidLoad()
+QString FindPasswordViewController::screenTitle() const
 {
-    Q9FatherViewController::viewDidLoad();
-    setNavTitleWithString(m_viewType == FindPassword ? QStringLiteral("找回方式")
-                                                     : QStringLiteral("解锁方式"));
-    setNavLeftDefaultItemWithImageIcon(QStringLiteral("common_navBack"), QString());
-    rightBarItem()->setHidden(true);
+    return m_viewType == FindPassword ? QStringLiteral("找回方式") : QStringLiteral("解锁方式");
 }
 
 void FindPasswordViewController::viewWillAppear(bool animated)
@@ -31,26 +24,16 @@ void FindPasswordViewController::viewWillAppear(bool animated)
 void FindPasswordViewController::setLoadViewAction()
 {
     const bool findPassword = m_viewType == FindPassword;
-    m_backgroundImage = QStringLiteral("login_background");
+    setLoginBackground();
     m_buttonMobile = new platform::Button(this);
-    m_buttonMobile->setTitle(findPassword ? QStringLiteral("通过手机找回")
-                                          : QStringLiteral("通过手机解锁"));
-    m_buttonMobile->setTitleColor(Qt::white);
-    connect(m_buttonMobile, &platform::Button::clicked, this,
-            &FindPasswordViewController::clickButtonMobile);
+    layoutButton(m_buttonMobile,
+                 findPassword ? QStringLiteral("通过手机找回") : QStringLiteral("通过手机解锁"),
+                 [this] { clickButtonMobile(); });
     m_buttonEmail = new platform::Button(this);
-    m_buttonEmail->setTitle(findPassword ? QStringLiteral("通过邮箱找回")
-                                         : QStringLiteral("通过邮箱解锁"));
-    m_buttonEmail->setTitleColor(Qt::white);
-    connect(m_buttonEmail, &platform::Button::clicked, this,
-            &FindPasswordViewController::clickButtonEmail);
+    layoutButton(m_buttonEmail,
+                 findPassword ? QStringLiteral("通过邮箱找回") : QStringLiteral("通过邮箱解锁"),
+                 [this] { clickButtonEmail(); });
     emit layoutChanged();
-}
-
-void FindPasswordViewController::setNavLeftAction()
-{
-    if (platform::NavigationController *navigation = navigationController())
-        navigation->popViewController(true);
 }
 
 void FindPasswordViewController::clickButtonMobile()

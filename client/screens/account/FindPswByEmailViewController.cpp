@@ -33,7 +33,7 @@ void FindPswByEmailViewController::clickButtonNext()
             [](const QVariant &) { Hud::shared().dismiss(); },
             [self](const QVariant &, const QVariant &) {
                 if (self)
-                    self->popToSignIn();
+                    self->popToRoot();
                 Hud::shared().showSuccessWithStatus(QStringLiteral("邮件已发送,请前往邮箱查看"),
                                                     true);
             },

@@ -11,25 +11,14 @@
 #include <QPointer>
 
 ModifyMobileOldViewController::ModifyMobileOldViewController(QObject *parent)
-    : AccountFormViewController(QStringLiteral("ModifyMobileOldView.qml"), parent)
+    : AuthCodeFormViewController(QStringLiteral("ModifyMobileOldView.qml"), parent)
     , m_labelTip(new platform::Label(this))
     , m_fieldNewPsw(new platform::TextField(this))
     , m_fieldPassword(new platform::TextField(this))
-    , m_buttonAuthCode(new platform::Button(this))
-    , m_buttonNext(new platform::Button(this))
 {
-    m_fieldNewPsw->setPlaceholder(QStringLiteral("请输入短信验证码"));
-    m_fieldNewPsw->setKeyboardType(platform::TextField::NumberPad);
+    layoutAuthCode(m_fieldNewPsw, QStringLiteral("下一步"));
     m_fieldPassword->setPlaceholder(QStringLiteral("请输入当前密码"));
     m_fieldPassword->setSecureTextEntry(true);
-    m_buttonAuthCode->setTitle(QStringLiteral("获取验证码"));
-    m_buttonAuthCode->setTitleColor(Qt::white);
-    m_buttonNext->setTitle(QStringLiteral("下一步"));
-    m_buttonNext->setTitleColor(Qt::white);
-    connect(m_buttonAuthCode, &platform::Button::clicked, this,
-            &ModifyMobileOldViewController::clickButtonGetCode);
-    connect(m_buttonNext, &platform::Button::clicked, this,
-            &ModifyMobileOldViewController::clickButtonNext);
 }
 
 QString ModifyMobileOldViewController::screenTitle() const
@@ -49,7 +38,7 @@ QString ModifyMobileOldViewController::tipForNumber(const QString &phoneNumber)
 void ModifyMobileOldViewController::setLoadViewAction()
 {
     m_labelTip->setText(tipForNumber(phoneNumber()));
-    AppDelegate::shared()->setButtonIsEnable(m_buttonAuthCode);
+    AppDelegate::shared()->setButtonIsEnable(buttonAuthCode());
 }
 
 QString ModifyMobileOldViewController::phoneNumber() const
@@ -60,17 +49,10 @@ QString ModifyMobileOldViewController::phoneNumber() const
 
 void ModifyMobileOldViewController::clickButtonGetCode()
 {
-    NetWorkHelper::shareInstance()->getAuthCodeWithPhone_number(
-            phoneNumber(), QString(),
-            [](const QVariantMap &) { showProgress(QStringLiteral("正在获取验证码...")); },
-            [](const QVariant &) { dismissProgress(); },
-            [](const QVariant &, const QVariant &) {
-                AppDelegate::shared()->setTimerStart();
-                showSuccess(QStringLiteral("验证码发送成功"));
-            },
-            [](const QVariant &, const QString &message, const QVariant &) {
-                showFailure(message);
-            });
+    requestAuthCode([this](auto &&...callbacks) {
+        NetWorkHelper::shareInstance()->getAuthCodeWithPhone_number(phoneNumber(), QString(),
+                                                                    callbacks...);
+    });
 }
 
 void ModifyMobileOldViewController::clickButtonNext()

@@ -4,7 +4,6 @@
 #include "models/JSONModel.h"
 #include "models/Object_User.h"
 #include "platform/UserDefaults.h"
-#include "platform/ui/BarButtonItem.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/Hud.h"
 #include "platform/ui/NavigationController.h"
@@ -40,15 +39,13 @@ bool isUnlockAnswer(const QVariant &response)
 } // namespace
 
 NavRootViewController::NavRootViewController(QObject *parent)
-    : Q9FatherViewController(parent)
+    : AccountFormViewController(QStringLiteral("NavRootView.qml"), parent)
     , m_fieldUser(new platform::TextField(this))
     , m_fieldPassword(new platform::TextField(this))
     , m_buttonLogin(new platform::Button(this))
     , m_buttonRegister(new platform::Button(this))
     , m_buttonForget(new platform::Button(this))
-{
-    setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/account/NavRootView.qml")));
-}
+{ }
 
 NavRootViewController::NavRootViewController(qint64 viewFather, LoginSuccess loginSuccess,
                                              QObject *parent)
@@ -67,12 +64,9 @@ NavRootViewController *NavRootViewController::initWithViewFather(qint64 viewFath
     return this;
 }
 
-void NavRootViewController::viewDidLoad()
+QString NavRootViewController::screenTitle() const
 {
-    Q9FatherViewController::viewDidLoad();
-    setNavTitleWithString(QStringLiteral("登录"));
-    setNavLeftDefaultItemWithImageIcon(QStringLiteral("common_navBack"), QString());
-    rightBarItem()->setHidden(true);
+    return QStringLiteral("登录");
 }
 
 void NavRootViewController::viewWillAppear(bool animated)
@@ -84,7 +78,7 @@ void NavRootViewController::viewWillAppear(bool animated)
 
 void NavRootViewController::setLoadViewAction()
 {
-    m_backgroundImage = QStringLiteral("login_background");
+    setLoginBackground();
     m_imageHead = QStringLiteral("login_header");
     layoutFields();
     emit layoutChanged();
@@ -101,19 +95,9 @@ void NavRootViewController::layoutFields()
     m_fieldPassword->setSecureTextEntry(true);
     m_fieldPassword->setLeftImageName(QStringLiteral("login_psw"));
 
-    m_buttonLogin->setTitle(QStringLiteral("登录"));
-    m_buttonLogin->setTitleColor(Qt::white);
-    m_buttonForget->setTitle(QStringLiteral("找回密码"));
-    m_buttonForget->setTitleColor(Qt::white);
-    m_buttonRegister->setTitle(QStringLiteral("注册"));
-    m_buttonRegister->setTitleColor(Qt::white);
-
-    connect(m_buttonLogin, &platform::Button::clicked, this,
-            &NavRootViewController::clickButtonLogin);
-    connect(m_buttonForget, &platform::Button::clicked, this,
-            &NavRootViewController::clickButtonForget);
-    connect(m_buttonRegister, &platform::Button::clicked, this,
-            &NavRootViewController::clickButtonRegister);
+    layoutButton(m_buttonLogin, QStringLiteral("登录"), [this] { clickButtonLogin(); });
+    layoutButton(m_buttonForget, QStringLiteral("找回密码"), [this] { clickButtonForget(); });
+    layoutButton(m_buttonRegister, QStringLiteral("注册"), [this] { clickButtonRegister(); });
 }
 
 void NavRootViewController::setRefleshDataAction()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Q9FatherViewController.h"
+#include "screens/account/AccountFormViewController.h"
 
 #include <QPointer>
 #include <QString>
@@ -16,11 +16,10 @@ class TextField;
 // The sign-in screen. Whoever needs a signed-in user creates it with initWithViewFather, makes it
 // the root of a new navigation stack and presents that; after a successful sign-in the screen
 // hands `viewFather` back to `myLoginSuccess` and dismisses the stack.
-class NavRootViewController : public Q9FatherViewController
+class NavRootViewController : public AccountFormViewController
 {
     Q_OBJECT
     Q_PROPERTY(QString imageHead READ imageHead NOTIFY layoutChanged)
-    Q_PROPERTY(QString backgroundImage READ backgroundImage NOTIFY layoutChanged)
     Q_PROPERTY(platform::TextField *fieldUser READ fieldUser CONSTANT)
     Q_PROPERTY(platform::TextField *fieldPassword READ fieldPassword CONSTANT)
     Q_PROPERTY(platform::Button *buttonLogin READ buttonLogin CONSTANT)
@@ -42,7 +41,6 @@ public:
 
     // Picture names, empty until the view is laid out.
     QString imageHead() const { return m_imageHead; }
-    QString backgroundImage() const { return m_backgroundImage; }
     platform::TextField *fieldUser() const { return m_fieldUser; }
     platform::TextField *fieldPassword() const { return m_fieldPassword; }
     platform::Button *buttonLogin() const { return m_buttonLogin; }
@@ -57,11 +55,8 @@ public:
     // Refreshes the stored cart count from the cart_num cookie of a fresh cart read.
     static void getCartNum();
 
-signals:
-    void layoutChanged();
-
 protected:
-    void viewDidLoad() override;
+    QString screenTitle() const override;
     void viewWillAppear(bool animated) override;
     void setLoadViewAction() override;
     void setRefleshDataAction() override;
@@ -76,7 +71,6 @@ private:
     qint64 m_viewFather = 0;
     LoginSuccess m_myLoginSuccess;
     QString m_imageHead;
-    QString m_backgroundImage;
     platform::TextField *m_fieldUser;
     platform::TextField *m_fieldPassword;
     platform::Button *m_buttonLogin;

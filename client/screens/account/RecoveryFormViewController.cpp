@@ -1,15 +1,13 @@
 #include "screens/account/RecoveryFormViewController.h"
 
-#include "platform/ui/BarButtonItem.h"
 #include "platform/ui/Button.h"
-#include "platform/ui/NavigationController.h"
 #include "platform/ui/TextField.h"
 #include "screens/account/ImageCodeButton.h"
 
 RecoveryFormViewController::RecoveryFormViewController(qint64 viewType,
                                                        const QString &userPlaceholder,
                                                        const QString &nextTitle, QObject *parent)
-    : Q9FatherViewController(parent)
+    : AccountFormViewController(QStringLiteral("RecoveryFormView.qml"), parent)
     , m_viewType(viewType)
     , m_userPlaceholder(userPlaceholder)
     , m_nextTitle(nextTitle)
@@ -17,37 +15,23 @@ RecoveryFormViewController::RecoveryFormViewController(qint64 viewType,
     , m_fieldAuthCode(new platform::TextField(this))
     , m_imageCode(new ImageCodeButton(this))
     , m_buttonNext(new platform::Button(this))
-{
-    setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/account/RecoveryFormView.qml")));
-}
+{ }
 
-void RecoveryFormViewController::viewDidLoad()
+QString RecoveryFormViewController::screenTitle() const
 {
-    Q9FatherViewController::viewDidLoad();
-    setNavTitleWithString(QStringLiteral("找回密码"));
-    setNavLeftDefaultItemWithImageIcon(QStringLiteral("common_navBack"), QString());
-    rightBarItem()->setHidden(true);
+    return QStringLiteral("找回密码");
 }
 
 void RecoveryFormViewController::setLoadViewAction()
 {
-    m_backgroundImage = QStringLiteral("login_background");
+    setLoginBackground();
     m_fieldUser->setPlaceholder(m_userPlaceholder);
     m_fieldAuthCode->setPlaceholder(QStringLiteral("请输入验证码"));
     connect(m_imageCode, &platform::Button::clicked, this,
             &RecoveryFormViewController::clickImageCode);
-    m_buttonNext->setTitle(m_nextTitle);
-    m_buttonNext->setTitleColor(Qt::white);
-    connect(m_buttonNext, &platform::Button::clicked, this,
-            &RecoveryFormViewController::clickButtonNext);
+    layoutButton(m_buttonNext, m_nextTitle, [this] { clickButtonNext(); });
     emit layoutChanged();
     refreshData();
-}
-
-void RecoveryFormViewController::setNavLeftAction()
-{
-    if (platform::NavigationController *navigation = navigationController())
-        navigation->popViewController(true);
 }
 
 void RecoveryFormViewController::refreshData()
@@ -58,10 +42,4 @@ void RecoveryFormViewController::refreshData()
 void RecoveryFormViewController::clickImageCode()
 {
     refreshData();
-}
-
-void RecoveryFormViewController::popToSignIn()
-{
-    if (platform::NavigationController *navigation = navigationController())
-        navigation->popToRootViewController(true);
 }

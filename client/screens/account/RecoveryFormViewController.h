@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Q9FatherViewController.h"
+#include "screens/account/AccountFormViewController.h"
 #include "screens/account/ImageCodeButton.h"
 
 #include <QString>
@@ -13,11 +13,10 @@ class TextField;
 // What the two recovery screens share: the title "找回密码" in both modes, the account field, the
 // captcha field with its picture (loaded when the screen is built, renewed by a tap) and the
 // button that goes on. `viewType` (0 find password, 1 unlock) travels on unchanged.
-class RecoveryFormViewController : public Q9FatherViewController
+class RecoveryFormViewController : public AccountFormViewController
 {
     Q_OBJECT
     Q_PROPERTY(qint64 viewType READ viewType CONSTANT)
-    Q_PROPERTY(QString backgroundImage READ backgroundImage NOTIFY layoutChanged)
     Q_PROPERTY(platform::TextField *fieldUser READ fieldUser CONSTANT)
     Q_PROPERTY(platform::TextField *fieldAuthCode READ fieldAuthCode CONSTANT)
     Q_PROPERTY(ImageCodeButton *imageCode READ imageCode CONSTANT)
@@ -26,7 +25,6 @@ public:
     enum : qint64 { FindPassword = 0, Unlock = 1 };
 
     qint64 viewType() const { return m_viewType; }
-    QString backgroundImage() const { return m_backgroundImage; }
     platform::TextField *fieldUser() const { return m_fieldUser; }
     // The captcha text, despite the name.
     platform::TextField *fieldAuthCode() const { return m_fieldAuthCode; }
@@ -38,26 +36,20 @@ public:
     // Checks the fields and asks the service; each screen has its own.
     Q_INVOKABLE virtual void clickButtonNext() { }
 
-signals:
-    void layoutChanged();
-
 protected:
     RecoveryFormViewController(qint64 viewType, const QString &userPlaceholder,
                                const QString &nextTitle, QObject *parent);
 
-    void viewDidLoad() override;
+    QString screenTitle() const override;
     void setLoadViewAction() override;
-    void setNavLeftAction() override;
 
     // `viewType` as the service takes it: "0" or "1".
     QString isUnlock() const { return QString::number(m_viewType); }
-    void popToSignIn();
 
 private:
     qint64 m_viewType;
     QString m_userPlaceholder;
     QString m_nextTitle;
-    QString m_backgroundImage;
     platform::TextField *m_fieldUser;
     platform::TextField *m_fieldAuthCode;
     ImageCodeButton *m_imageCode;

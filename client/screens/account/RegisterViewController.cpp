@@ -3,7 +3,6 @@
 #include "app/AppDelegate.h"
 #include "models/JSONModel.h"
 #include "models/Object_User.h"
-#include "platform/ui/BarButtonItem.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/Hud.h"
 #include "platform/ui/NavigationController.h"
@@ -26,26 +25,19 @@ constexpr qsizetype PasswordMinimum = 8;
 } // namespace
 
 RegisterViewController::RegisterViewController(QObject *parent)
-    : Q9FatherViewController(parent)
+    : AuthCodeFormViewController(QStringLiteral("RegisterView.qml"), parent)
     , m_fieldUser(new platform::TextField(this))
     , m_fieldImageCode(new platform::TextField(this))
     , m_imageCode(new ImageCodeButton(this))
     , m_viewAuthCode(new FoldingRowView(AuthCodeRowHeight, this))
     , m_fieldAuthCode(new platform::TextField(this))
-    , m_buttonAuthCode(new platform::Button(this))
     , m_fieldPassword(new platform::TextField(this))
     , m_fieldPasswordAgain(new platform::TextField(this))
-    , m_buttonNext(new platform::Button(this))
-{
-    setViewSource(QUrl(QStringLiteral("qrc:/Tarvel/screens/account/RegisterView.qml")));
-}
+{ }
 
-void RegisterViewController::viewDidLoad()
+QString RegisterViewController::screenTitle() const
 {
-    Q9FatherViewController::viewDidLoad();
-    setNavTitleWithString(QStringLiteral("注册"));
-    setNavLeftDefaultItemWithImageIcon(QStringLiteral("common_navBack"), QString());
-    rightBarItem()->setHidden(true);
+    return QStringLiteral("注册");
 }
 
 void RegisterViewController::viewWillAppear(bool animated)
@@ -56,7 +48,7 @@ void RegisterViewController::viewWillAppear(bool animated)
 
 void RegisterViewController::setLoadViewAction()
 {
-    m_backgroundImage = QStringLiteral("login_background");
+    setLoginBackground();
     layoutFields();
     emit layoutChanged();
     refreshData();
@@ -72,29 +64,13 @@ void RegisterViewController::layoutFields()
     m_fieldImageCode->setPlaceholder(QStringLiteral("请输入验证码"));
     connect(m_imageCode, &platform::Button::clicked, this, &RegisterViewController::clickImageCode);
 
-    m_fieldAuthCode->setPlaceholder(QStringLiteral("请输入短信验证码"));
-    m_fieldAuthCode->setKeyboardType(platform::TextField::NumberPad);
-    m_buttonAuthCode->setTitle(QStringLiteral("获取验证码"));
-    m_buttonAuthCode->setTitleColor(Qt::white);
-    connect(m_buttonAuthCode, &platform::Button::clicked, this,
-            &RegisterViewController::clickButtonGetCode);
-    AppDelegate::shared()->setButtonIsEnable(m_buttonAuthCode);
+    layoutAuthCode(m_fieldAuthCode, QStringLiteral("完成"));
+    AppDelegate::shared()->setButtonIsEnable(buttonAuthCode());
 
     m_fieldPassword->setPlaceholder(QStringLiteral("请输入密码"));
     m_fieldPassword->setSecureTextEntry(true);
     m_fieldPasswordAgain->setPlaceholder(QStringLiteral("确认密码"));
     m_fieldPasswordAgain->setSecureTextEntry(true);
-
-    m_buttonNext->setTitle(QStringLiteral("完成"));
-    m_buttonNext->setTitleColor(Qt::white);
-    connect(m_buttonNext, &platform::Button::clicked, this,
-            &RegisterViewController::clickButtonNext);
-}
-
-void RegisterViewController::setNavLeftAction()
-{
-    if (platform::NavigationController *navigation = navigationController())
-        navigation->popViewController(true);
 }
 
 void RegisterViewController::refreshData()
@@ -120,23 +96,14 @@ void RegisterViewController::textFieldDidEndEditing(platform::TextField *textFie
 void RegisterViewController::clickButtonGetCode()
 {
     if (!TTIFormatValidate::isValidateMobilePhone(m_fieldUser->text())) {
-        Hud::shared().showErrorWithStatus(QStringLiteral("请输入正确的手机号"), true);
+        showError(QStringLiteral("请输入正确的手机号"));
         return;
     }
     // An empty captcha goes to the service as it is; the service judges it.
-    NetWorkHelper::shareInstance()->getAuthCodeWithPhone_number(
-            m_fieldUser->text(), m_fieldImageCode->text(),
-            [](const QVariantMap &) {
-                Hud::shared().showWithStatus(QStringLiteral("正在获取验证码..."), true);
-            },
-            [](const QVariant &) { Hud::shared().dismiss(); },
-            [](const QVariant &, const QVariant &) {
-                AppDelegate::shared()->setTimerStart();
-                Hud::shared().showSuccessWithStatus(QStringLiteral("验证码发送成功"), true);
-            },
-            [](const QVariant &, const QString &message, const QVariant &) {
-                Hud::shared().showErrorWithStatus(FailureMessage::readable(message), true);
-            });
+    requestAuthCode([this](auto &&...callbacks) {
+        NetWorkHelper::shareInstance()->getAuthCodeWithPhone_number(
+                m_fieldUser->text(), m_fieldImageCode->text(), callbacks...);
+    });
 }
 
 void RegisterViewController::clickButtonNext()
@@ -155,7 +122,7 @@ void RegisterViewController::clickButtonNext()
     else if (m_fieldPasswordAgain->text() != password)
         refusal = QStringLiteral("两次密码输入不同");
     if (!refusal.isEmpty()) {
-        Hud::shared().showErrorWithStatus(refusal, true);
+        showError(refusal);
         return;
     }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Q9FatherViewController.h"
+#include "screens/account/AuthCodeFormViewController.h"
 #include "screens/account/FoldingRowView.h"
 #include "screens/account/ImageCodeButton.h"
 
@@ -10,7 +10,6 @@
 #include <functional>
 
 namespace platform {
-class Button;
 class TextField;
 } // namespace platform
 
@@ -18,19 +17,16 @@ class TextField;
 // (`viewFather`) and what to do after it (`myLoginSuccess`). One form registers an e-mail address
 // (the account then waits for its activation mail) or a mobile number with its SMS code (the user
 // is then signed in at once and the sign-in stack goes away).
-class RegisterViewController : public Q9FatherViewController
+class RegisterViewController : public AuthCodeFormViewController
 {
     Q_OBJECT
-    Q_PROPERTY(QString backgroundImage READ backgroundImage NOTIFY layoutChanged)
     Q_PROPERTY(platform::TextField *fieldUser READ fieldUser CONSTANT)
     Q_PROPERTY(platform::TextField *fieldImageCode READ fieldImageCode CONSTANT)
     Q_PROPERTY(ImageCodeButton *imageCode READ imageCode CONSTANT)
     Q_PROPERTY(FoldingRowView *viewAuthCode READ viewAuthCode CONSTANT)
     Q_PROPERTY(platform::TextField *fieldAuthCode READ fieldAuthCode CONSTANT)
-    Q_PROPERTY(platform::Button *buttonAuthCode READ buttonAuthCode CONSTANT)
     Q_PROPERTY(platform::TextField *fieldPassword READ fieldPassword CONSTANT)
     Q_PROPERTY(platform::TextField *fieldPasswordAgain READ fieldPasswordAgain CONSTANT)
-    Q_PROPERTY(platform::Button *buttonNext READ buttonNext CONSTANT)
 public:
     using LoginSuccess = std::function<void(qint64 viewFather)>;
 
@@ -47,34 +43,27 @@ public:
         m_myLoginSuccess = std::move(loginSuccess);
     }
 
-    QString backgroundImage() const { return m_backgroundImage; }
     platform::TextField *fieldUser() const { return m_fieldUser; }
     platform::TextField *fieldImageCode() const { return m_fieldImageCode; }
     ImageCodeButton *imageCode() const { return m_imageCode; }
     FoldingRowView *viewAuthCode() const { return m_viewAuthCode; }
     platform::TextField *fieldAuthCode() const { return m_fieldAuthCode; }
-    platform::Button *buttonAuthCode() const { return m_buttonAuthCode; }
     platform::TextField *fieldPassword() const { return m_fieldPassword; }
     platform::TextField *fieldPasswordAgain() const { return m_fieldPasswordAgain; }
-    platform::Button *buttonNext() const { return m_buttonNext; }
 
     // Loads a new captcha picture (also the tap on the picture).
     Q_INVOKABLE void refreshData();
     Q_INVOKABLE void clickImageCode();
-    Q_INVOKABLE void clickButtonGetCode();
-    Q_INVOKABLE void clickButtonNext();
+    void clickButtonGetCode() override;
+    void clickButtonNext() override;
     // The account field lost the focus: the SMS row folds away for an e-mail address and comes
     // back for anything else.
     void textFieldDidEndEditing(platform::TextField *textField);
 
-signals:
-    void layoutChanged();
-
 protected:
-    void viewDidLoad() override;
+    QString screenTitle() const override;
     void viewWillAppear(bool animated) override;
     void setLoadViewAction() override;
-    void setNavLeftAction() override;
 
 private:
     void layoutFields();
@@ -85,14 +74,11 @@ private:
 
     qint64 m_viewFather = 0;
     LoginSuccess m_myLoginSuccess;
-    QString m_backgroundImage;
     platform::TextField *m_fieldUser;
     platform::TextField *m_fieldImageCode;
     ImageCodeButton *m_imageCode;
     FoldingRowView *m_viewAuthCode;
     platform::TextField *m_fieldAuthCode;
-    platform::Button *m_buttonAuthCode;
     platform::TextField *m_fieldPassword;
     platform::TextField *m_fieldPasswordAgain;
-    platform::Button *m_buttonNext;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Q9FatherViewController.h"
+#include "screens/account/AccountFormViewController.h"
 
 #include <QString>
 
@@ -11,10 +11,9 @@ class TextField;
 
 // A stand-alone form that sets a new password for a mobile account, given the number, the captcha
 // text and the SMS code by whoever opens it. No flow of the app opens it today.
-class SetNewPasswordViewController : public Q9FatherViewController
+class SetNewPasswordViewController : public AccountFormViewController
 {
     Q_OBJECT
-    Q_PROPERTY(QString backgroundImage READ backgroundImage NOTIFY layoutChanged)
     Q_PROPERTY(platform::TextField *fieldPassword READ fieldPassword CONSTANT)
     Q_PROPERTY(platform::TextField *fieldPasswordAgain READ fieldPasswordAgain CONSTANT)
     Q_PROPERTY(platform::Button *buttonNext READ buttonNext CONSTANT)
@@ -28,26 +27,20 @@ public:
     QString strAuthCode() const { return m_strAuthCode; }
     void setStrAuthCode(const QString &authCode) { m_strAuthCode = authCode; }
 
-    QString backgroundImage() const { return m_backgroundImage; }
     platform::TextField *fieldPassword() const { return m_fieldPassword; }
     platform::TextField *fieldPasswordAgain() const { return m_fieldPasswordAgain; }
     platform::Button *buttonNext() const { return m_buttonNext; }
 
     Q_INVOKABLE void clickButtonNext();
 
-signals:
-    void layoutChanged();
-
 protected:
-    void viewDidLoad() override;
+    QString screenTitle() const override;
     void setLoadViewAction() override;
-    void setNavLeftAction() override;
 
 private:
     QString m_strPhoneNum;
     QString m_strImageCode;
     QString m_strAuthCode;
-    QString m_backgroundImage;
     platform::TextField *m_fieldPassword;
     platform::TextField *m_fieldPasswordAgain;
     platform::Button *m_buttonNext;
