@@ -111,6 +111,7 @@ int main(int argc, char *argv[])
     options.uploadsDirectory = parser.value(uploads);
     options.publicBaseUrl = parser.value(publicUrl);
     options.sandbox = parser.isSet(sandbox);
+    options.scalePicturesAhead = true;
     if (parser.isSet(quiet))
         options.requestLog = nullptr;
 
