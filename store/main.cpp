@@ -122,6 +122,10 @@ int main(int argc, char *argv[])
                         "(password %s)\n",
                         server.context().catalog().size(), StoreSeed::kDemoPhone,
                         StoreSeed::kDemoEmail, StoreSeed::kDemoPassword);
+        if (const qint64 made = server.context().pictures().scaledCount())
+            std::printf("tarvel-store: scaled %lld pictures ahead for the app's screens, kept in "
+                        "%s\n",
+                        made, qPrintable(server.context().pictures().shelf().directory()));
         if (parser.isSet(seedOnly)) {
             std::printf("tarvel-store: database %s is ready\n", qPrintable(options.databasePath));
             return 0;
