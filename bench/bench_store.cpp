@@ -254,12 +254,15 @@ struct Connection
     // A kept-alive connection the store closed while it was idle fails the next request before
     // it reaches the store; like the app's network stack, send such a request once more.
     template<typename Request>
-    static httplib::Result send(Request request)
+    httplib::Result send(Request request)
     {
         httplib::Result answer = request();
         if (!answer
-            && (answer.error() == httplib::Error::Read || answer.error() == httplib::Error::Write))
+            && (answer.error() == httplib::Error::Read
+                || answer.error() == httplib::Error::Write)) {
+            http.stop(); // on a new connection
             answer = request();
+        }
         return answer;
     }
     httplib::Result get(const std::string &path)
