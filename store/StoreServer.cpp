@@ -206,11 +206,12 @@ bool StoreServer::bind()
     const std::string host = m_options.host.toStdString();
     if (m_options.port == 0) {
         m_port = m_server->bind_to_any_port(host);
-        return m_port > 0;
+    } else if (m_server->bind_to_port(host, m_options.port)) {
+        m_port = m_options.port;
     }
-    if (!m_server->bind_to_port(host, m_options.port))
+    if (m_port <= 0)
         return false;
-    m_port = m_options.port;
+    static_cast<GuardedServer &>(*m_server).widenBacklog();
     return true;
 }
 

@@ -135,6 +135,12 @@ GuardedServer::GuardedServer(std::chrono::milliseconds headerDeadline,
     , m_bodyDeadline(bodyDeadline)
 { }
 
+void GuardedServer::widenBacklog()
+{
+    if (svr_sock_ != INVALID_SOCKET)
+        ::listen(svr_sock_, SOMAXCONN);
+}
+
 bool GuardedServer::awaitRequest(socket_t sock) const
 {
     // In slices, so that a stopping server is noticed soon.

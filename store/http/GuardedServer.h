@@ -14,6 +14,11 @@ class GuardedServer : public httplib::Server
 public:
     GuardedServer(std::chrono::milliseconds headerDeadline, std::chrono::milliseconds bodyDeadline);
 
+    // After binding: lets the system queue as many new connections as it allows while the
+    // accepting thread is busy. The library asks for 5, so a burst of clients on a loaded
+    // machine has its connections dropped.
+    void widenBacklog();
+
 private:
     bool process_and_close_socket(socket_t sock) override;
     // Whether the next request has begun to arrive before the keep-alive time runs out.
