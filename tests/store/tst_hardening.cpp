@@ -19,6 +19,7 @@
 #include <QtTest>
 
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -40,6 +41,23 @@ private:
     const QString kPassword = QString::fromLatin1(StoreSeed::kDemoPassword);
 
     // Every row of the tables requests write to, in a stable order.
+    // This process's listening socket on `port`; -1 when there is none.
+    static int listeningSocket(int port)
+    {
+        for (int fd = 3; fd < 4096; ++fd) {
+            int listening = 0;
+            socklen_t size = sizeof listening;
+            if (getsockopt(fd, SOL_SOCKET, SO_ACCEPTCONN, &listening, &size) != 0 || !listening)
+                continue;
+            sockaddr_in address{};
+            socklen_t length = sizeof address;
+            if (getsockname(fd, reinterpret_cast<sockaddr *>(&address), &length) == 0
+                && address.sin_family == AF_INET && ntohs(address.sin_port) == port)
+                return fd;
+        }
+        return -1;
+    }
+
     static QString dump(const QString &databasePath)
     {
         SQLite::Database db(databasePath.toStdString(), SQLite::OPEN_READONLY);
@@ -198,6 +216,20 @@ private:
     }
 
 private slots:
+    // A burst of clients on a loaded machine, faster than the accepting thread, waits in the
+    // system's queue instead of having connections dropped.
+    void newConnectionsQueueBeyondTheLibrarysFive()
+    {
+        InProcessStore store;
+        const int fd = listeningSocket(store.port());
+        QVERIFY(fd >= 0);
+        tcp_info info{};
+        socklen_t size = sizeof info;
+        QCOMPARE(getsockopt(fd, IPPROTO_TCP, TCP_INFO, &info, &size), 0);
+        // for a listening socket the system reports the length of its queue here
+        QVERIFY2(info.tcpi_sacked >= 128, qPrintable(QString::number(info.tcpi_sacked)));
+    }
+
     // 1. The outbox, the captcha answers and the payment confirmation were open to anyone.
     void sandboxPartiesNeedTheFlag_data()
     {
