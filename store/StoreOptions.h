@@ -18,7 +18,7 @@ struct StoreOptions
     QString picturesDirectory;
     qint64 picturesBytes = 192LL * 1024 * 1024;
     // Scale the seeded catalogue's pictures for the app's screens at start (those not kept yet).
-    // tarvel-store does; the stores tests start leave it off, as it takes seconds.
+    // The tarvel-store program does; stores started inside tests leave it off, as it takes seconds.
     bool scalePicturesAhead = false;
     // The outside parties (SMS and mail outbox, picture upload, WeChat payment, push channel).
     // They hand out secrets (SMS codes, mail links, captcha answers) and complete payments, so
