@@ -13,6 +13,13 @@ struct StoreOptions
     QString databasePath = QStringLiteral("tarvel-store.sqlite");
     // Uploaded pictures; empty means a folder beside the database ("<database>.uploads").
     QString uploadsDirectory;
+    // Scaled copies of pictures, kept up to this many bytes; empty means a folder beside the
+    // database ("<database>.pictures").
+    QString picturesDirectory;
+    qint64 picturesBytes = 192LL * 1024 * 1024;
+    // Scale the seeded catalogue's pictures for the app's screens at start (those not kept yet).
+    // The tarvel-store program does; stores started inside tests leave it off, as it takes seconds.
+    bool scalePicturesAhead = false;
     // The outside parties (SMS and mail outbox, picture upload, WeChat payment, push channel).
     // They hand out secrets (SMS codes, mail links, captcha answers) and complete payments, so
     // they are off unless asked for, and only ever served on a loopback address.

@@ -101,7 +101,10 @@ int main(int argc, char *argv[])
     const auto sandbox = option("sandbox", "Play the outside parties too (outbox, upload, WeChat, "
                                            "push); only on a loopback address.");
     const auto quiet = option("quiet", "Do not log each request.");
-    parser.addOptions({port, host, db, uploads, publicUrl, seedOnly, sandbox, quiet});
+    const auto noScaleAhead
+            = option("no-scale-ahead", "Scale pictures only when asked for, not the catalogue's "
+                                       "ahead at start (throwaway stores, such as tests').");
+    parser.addOptions({port, host, db, uploads, publicUrl, seedOnly, sandbox, quiet, noScaleAhead});
     parser.process(app);
 
     StoreServer::Options options;
@@ -111,6 +114,7 @@ int main(int argc, char *argv[])
     options.uploadsDirectory = parser.value(uploads);
     options.publicBaseUrl = parser.value(publicUrl);
     options.sandbox = parser.isSet(sandbox);
+    options.scalePicturesAhead = !parser.isSet(noScaleAhead);
     if (parser.isSet(quiet))
         options.requestLog = nullptr;
 
@@ -121,6 +125,10 @@ int main(int argc, char *argv[])
                         "(password %s)\n",
                         server.context().catalog().size(), StoreSeed::kDemoPhone,
                         StoreSeed::kDemoEmail, StoreSeed::kDemoPassword);
+        if (const qint64 made = server.context().pictures().scaledCount())
+            std::printf("tarvel-store: scaled %lld pictures ahead for the app's screens, kept in "
+                        "%s\n",
+                        made, qPrintable(server.context().pictures().shelf().directory()));
         if (parser.isSet(seedOnly)) {
             std::printf("tarvel-store: database %s is ready\n", qPrintable(options.databasePath));
             return 0;

@@ -11,6 +11,10 @@
 #include <QPainter>
 #include <QRegularExpression>
 
+#include <atomic>
+#include <thread>
+#include <vector>
+
 namespace {
 
 constexpr qsizetype kCacheBudget = 96 * 1024 * 1024;
@@ -23,9 +27,11 @@ QByteArray contentTypeOf(const QString &name)
 
 } // namespace
 
-PictureStore::PictureStore(const Catalog &catalog, QString uploadsDirectory)
+PictureStore::PictureStore(const Catalog &catalog, QString uploadsDirectory, QString shelfDirectory,
+                           qint64 shelfBytes)
     : m_catalog(catalog)
     , m_uploadsDirectory(std::move(uploadsDirectory))
+    , m_shelf(std::move(shelfDirectory), shelfBytes)
     , m_cache(kCacheBudget)
 { }
 
@@ -58,35 +64,94 @@ std::optional<PictureStore::Picture> PictureStore::original(const QString &path)
 std::optional<PictureStore::Picture> PictureStore::scaled(const QString &path,
                                                           const ImageView &view)
 {
-    const QString key = QStringLiteral("%1?w=%2&h=%3&q=%4")
-                                .arg(path)
-                                .arg(view.width)
-                                .arg(view.height)
-                                .arg(view.quality);
-    if (auto hit = cached(key))
-        return hit;
+    const QString key = keyFor(path, view);
+    if (auto kept = m_shelf.read(key))
+        return Picture{*kept, QByteArrayLiteral("image/jpeg")};
     const auto source = original(path);
     if (!source)
         return std::nullopt;
-    // Checked before decoding: the source as declared, and the copy the view would make.
-    const QSize declared = PictureLimits::declaredSize(source->bytes);
-    if (!declared.isValid())
+    if (!checkLimits(source->bytes, view))
         return std::nullopt;
+    const QImage image = QImage::fromData(source->bytes);
+    if (image.isNull())
+        return std::nullopt;
+    Picture picture{scaledCopy(image, view), QByteArrayLiteral("image/jpeg")};
+    m_shelf.keep(key, picture.bytes);
+    ++m_scaledCount;
+    return picture;
+}
+
+void PictureStore::scaleAhead(const QList<Request> &requests, int threads)
+{
+    std::atomic<qsizetype> next{0};
+    auto work = [&] {
+        for (qsizetype i = next++; i < requests.size(); i = next++)
+            scaleAhead(requests.at(i));
+    };
+    std::vector<std::thread> workers;
+    for (int i = 1; i < threads; ++i)
+        workers.emplace_back(work);
+    work();
+    for (std::thread &worker : workers)
+        worker.join();
+}
+
+void PictureStore::scaleAhead(const Request &request)
+{
+    QList<ImageView> missing;
+    for (const ImageView &view : request.views) {
+        if (!m_shelf.holds(keyFor(request.path, view)))
+            missing.append(view);
+    }
+    if (missing.isEmpty())
+        return;
+    const auto source = original(request.path);
+    if (!source)
+        return;
+    // decoded once for all widths; the copies are the same bytes a request would make
+    const QImage image = QImage::fromData(source->bytes);
+    for (const ImageView &view : missing) {
+        try {
+            if (!checkLimits(source->bytes, view) || image.isNull())
+                return;
+        } catch (const ApiError &) {
+            continue;
+        }
+        m_shelf.keep(keyFor(request.path, view), scaledCopy(image, view));
+        ++m_scaledCount;
+    }
+}
+
+QString PictureStore::keyFor(const QString &path, const ImageView &view)
+{
+    return QStringLiteral("%1?w=%2&h=%3&q=%4")
+            .arg(path)
+            .arg(view.width)
+            .arg(view.height)
+            .arg(view.quality);
+}
+
+bool PictureStore::checkLimits(const QByteArray &source, const ImageView &view)
+{
+    // Checked before decoding: the source as declared, and the copy the view would make.
+    const QSize declared = PictureLimits::declaredSize(source);
+    if (!declared.isValid())
+        return false;
     const qint64 height = qint64(declared.height()) * view.width / std::max(1, declared.width());
     if (!PictureLimits::acceptable(declared)
         || !PictureLimits::acceptable(
                 QSize(view.width, int(std::min<qint64>(height, PictureLimits::kMaxSide + 1)))))
         throw ApiError::error(422, PictureLimits::refusal());
-    QImage image = QImage::fromData(source->bytes);
-    if (image.isNull())
-        return std::nullopt;
+    return true;
+}
+
+QByteArray PictureStore::scaledCopy(const QImage &image, const ImageView &view)
+{
     QImage result = image.scaledToWidth(view.width, Qt::SmoothTransformation);
     if (view.height > 0 && result.height() > view.height)
         result = image.scaled(view.width, view.height, Qt::KeepAspectRatio,
                               Qt::SmoothTransformation);
-    Picture picture{encode(result, "JPG", view.quality), QByteArrayLiteral("image/jpeg")};
-    remember(key, picture);
-    return picture;
+    return encode(result, "JPG", view.quality);
 }
 
 std::optional<PictureStore::Picture> PictureStore::load(const QString &path) const

@@ -90,13 +90,15 @@ private slots:
         const QString path = directory.filePath(QStringLiteral("once.sqlite"));
         QProcess first;
         first.start(InProcessStore::executablePath(),
-                    {QStringLiteral("--db"), path, QStringLiteral("--seed-only")});
+                    {QStringLiteral("--db"), path, QStringLiteral("--seed-only"),
+                     QStringLiteral("--no-scale-ahead")});
         QVERIFY(first.waitForFinished(30000));
         QCOMPARE(first.exitCode(), 0);
         QVERIFY(first.readAllStandardOutput().contains("seeded 160 products"));
         QProcess second;
         second.start(InProcessStore::executablePath(),
-                     {QStringLiteral("--db"), path, QStringLiteral("--seed-only")});
+                     {QStringLiteral("--db"), path, QStringLiteral("--seed-only"),
+                      QStringLiteral("--no-scale-ahead")});
         QVERIFY(second.waitForFinished(30000));
         QCOMPARE(second.exitCode(), 0);
         QVERIFY(!second.readAllStandardOutput().contains("seeded 160 products"));
@@ -309,7 +311,8 @@ private slots:
         QProcess second;
         second.start(InProcessStore::executablePath(),
                      {QStringLiteral("--db"), m_directory.filePath(QStringLiteral("port.sqlite")),
-                      QStringLiteral("--port"), QString::number(port)});
+                      QStringLiteral("--port"), QString::number(port),
+                      QStringLiteral("--no-scale-ahead")});
         QVERIFY(second.waitForFinished(30000));
         QCOMPARE(second.exitCode(), 1);
         QVERIFY(second.readAllStandardError().contains("cannot listen"));

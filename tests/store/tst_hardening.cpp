@@ -268,7 +268,7 @@ private slots:
         store.start(InProcessStore::executablePath(),
                     {QStringLiteral("--sandbox"), QStringLiteral("--host"),
                      QStringLiteral("0.0.0.0"), QStringLiteral("--port"), QStringLiteral("0"),
-                     QStringLiteral("--db"), database});
+                     QStringLiteral("--db"), database, QStringLiteral("--no-scale-ahead")});
         QVERIFY(store.waitForFinished(30000));
         QCOMPARE(store.exitCode(), 1);
         QVERIFY(store.readAllStandardError().contains("loopback"));

@@ -16,7 +16,10 @@ inline int startStoreOnPort(QProcess &process, const QStringList &arguments, int
                             int timeoutMs = 20000)
 {
     process.setProgram(InProcessStore::executablePath());
-    process.setArguments(arguments + QStringList{QStringLiteral("--port"), QString::number(port)});
+    // A test's store lives for one test: it scales pictures when asked, not all of them ahead.
+    process.setArguments(arguments
+                         + QStringList{QStringLiteral("--no-scale-ahead"), QStringLiteral("--port"),
+                                       QString::number(port)});
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start();
     if (!process.waitForStarted(10000))
