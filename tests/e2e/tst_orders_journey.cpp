@@ -1,57 +1,25 @@
-#include "HudRecorder.h"
-#include "InProcessStore.h"
-#include "QuickTestItems.h"
-#include "StoreProcess.h"
-#include "TestEnvironment.h"
+#include "JourneyApp.h"
 
-#include "app/AppDelegate.h"
-#include "app/AppLaunch.h"
 #include "app/ICTabBarController.h"
-#include "app/WindowSnapshot.h"
 #include "platform/UserDefaults.h"
-#include "platform/kits/WeChatPayPrompt.h"
 #include "platform/ui/BarButtonItem.h"
-#include "platform/ui/Hud.h"
-#include "platform/ui/NavigationController.h"
 #include "platform/ui/RowModel.h"
-#include "platform/ui/TextField.h"
 #include "screens/account/HelpAndFeedbackViewController.h"
 #include "screens/account/NavRootViewController.h"
 #include "screens/account/PreferencesViewController.h"
 #include "screens/account/TabFourViewController.h"
-#include "screens/purchase/BuySuccessViewController.h"
 #include "screens/purchase/ConfirmOrderViewController.h"
 #include "screens/purchase/MyGamesViewController.h"
 #include "screens/purchase/MyOrderViewController.h"
 #include "screens/store/GoodsDetailViewController.h"
 
-#include <QDir>
-#include <QJsonDocument>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QProcess>
-#include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 
 using tarvel::test::findNamed;
 
 namespace {
-
-bool storeAnswers(QNetworkAccessManager &network, const QString &url)
-{
-    QNetworkReply *reply = network.get(QNetworkRequest(QUrl(url)));
-    QSignalSpy finished(reply, &QNetworkReply::finished);
-    finished.wait(10000);
-    const bool ok = reply->error() == QNetworkReply::NoError;
-    reply->deleteLater();
-    return ok;
-}
 
 QStringList statesShown(const MyOrderViewController *orders)
 {
@@ -73,36 +41,16 @@ class TestOrdersJourney : public QObject
     Q_OBJECT
 
 private:
-    QTemporaryDir m_storeFolder;
-    QProcess m_storeProcess;
-    QString m_baseUrl;
-    std::unique_ptr<QQmlApplicationEngine> m_engine;
-    QQuickWindow *m_window = nullptr;
-    QNetworkAccessManager m_network;
+    tarvel::test::JourneyApp m_app;
 
-    QQuickItem *root() const { return m_window->contentItem(); }
+    QQuickItem *root() const { return m_app.root(); }
 
-    QQuickItem *waitNamed(const QString &name)
-    {
-        QQuickItem *found = nullptr;
-        if (!QTest::qWaitFor([&] { return (found = findNamed(root(), name)) != nullptr; }, 15000))
-            qWarning() << "no item named" << name;
-        return found;
-    }
-
-    bool tap(const QString &name) { return tarvel::test::tapWhenStill(m_window, waitNamed(name)); }
+    bool tap(const QString &name) { return m_app.tapNamed(name); }
 
     template<typename Screen>
     Screen *waitForScreen()
     {
-        Screen *screen = nullptr;
-        const bool shown = QTest::qWaitFor(
-                [&] {
-                    screen = qobject_cast<Screen *>(AppDelegate::shared()->visibleViewController());
-                    return screen != nullptr && !tarvel::test::stacksBusy(root());
-                },
-                15000);
-        return shown ? screen : nullptr;
+        return m_app.waitForScreen<Screen>();
     }
 
     // The id of the first listed order in `state`, or nothing.
@@ -125,16 +73,7 @@ private:
     // A game of the catalogue that the signed-in account neither owns nor has ordered.
     QString gameNotOwned()
     {
-        QNetworkRequest request(QUrl(m_baseUrl + "/products.json?type=latest&page=1"));
-        QNetworkReply *reply = m_network.get(request);
-        QSignalSpy finished(reply, &QNetworkReply::finished);
-        finished.wait(10000);
-        const QVariantList games = QJsonDocument::fromJson(reply->readAll())
-                                           .toVariant()
-                                           .toMap()
-                                           .value(QStringLiteral("data"))
-                                           .toList();
-        reply->deleteLater();
+        const QStringList games = m_app.latestGameIds();
         auto *mine = new MyGamesViewController;
         AppDelegate::shared()->visibleViewController()->navigationController()->pushViewController(
                 mine, false);
@@ -143,8 +82,7 @@ private:
         for (const Object_MyGameList &entry : mine->arraySource())
             owned.append(entry.gameId);
         mine->navigationController()->popViewController(false);
-        for (const QVariant &entry : games) {
-            const QString id = entry.toMap().value(QStringLiteral("id")).toString();
+        for (const QString &id : games) {
             if (!owned.contains(id))
                 return id;
         }
@@ -154,36 +92,11 @@ private:
     // Pays the order screen on top in the WeChat sandbox and waits for the purchase result.
     bool payInTheSandbox()
     {
-        if (!tap(QStringLiteral("confirmPayButton")))
-            return false;
-        // The sheet slides up from below the window before its button can be pressed.
-        QQuickItem *confirm = waitNamed(QStringLiteral("weChatPayConfirm"));
-        const QRectF screen(0, 0, m_window->width(), m_window->height());
-        const auto onScreen = [&] {
-            return screen.contains(
-                    confirm->mapToScene(QPointF(confirm->width() / 2, confirm->height() / 2)));
-        };
-        if (!confirm || !QTest::qWaitFor(onScreen, 15000)
-            || !QTest::qWaitFor([] { return platform::WeChatPayPrompt::shared().canConfirm(); },
-                                15000)
-            || !tarvel::test::tapWhenStill(m_window, confirm))
-            return false;
-        auto *result = waitForScreen<BuySuccessViewController>();
+        BuySuccessViewController *result = m_app.payInWeChatSandbox();
         return result && result->title() == QStringLiteral("购买成功");
     }
 
-    ICTabBarController *tabs() const
-    {
-        return qobject_cast<ICTabBarController *>(
-                AppDelegate::shared()->window()->rootViewController());
-    }
-
-    void snapshot(const QString &name)
-    {
-        QTRY_VERIFY(!tarvel::test::stacksBusy(root()));
-        QVERIFY(WindowSnapshot::save(
-                m_window, QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name)));
-    }
+    ICTabBarController *tabs() const { return qobject_cast<ICTabBarController *>(m_app.tabs()); }
 
     void back()
     {
@@ -195,44 +108,23 @@ private:
     }
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(m_storeFolder.isValid());
-        const int port = tarvel::test::startStoreOnAnyPort(
-                m_storeProcess,
-                {QStringLiteral("--db"), m_storeFolder.filePath(QStringLiteral("store.sqlite")),
-                 QStringLiteral("--quiet"), QStringLiteral("--sandbox")});
-        QVERIFY(port > 0);
-        m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
-        QVERIFY(QTest::qWaitFor(
-                [this] { return storeAnswers(m_network, m_baseUrl + "/store.json"); }, 30000));
-        qputenv("TARVEL_API_BASE_URL", m_baseUrl.toUtf8());
-    }
+    void initTestCase() { QVERIFY(m_app.startStore()); }
 
     void cleanupTestCase()
     {
-        m_engine.reset();
-        m_storeProcess.terminate();
-        if (!m_storeProcess.waitForFinished(10000))
-            m_storeProcess.kill();
+        m_app.close();
+        m_app.stopStore();
     }
 
     void ordersHelpPushAndSignOut()
     {
-        m_engine = std::make_unique<QQmlApplicationEngine>();
-        m_window = AppLaunch::launch(*qGuiApp, *m_engine);
-        QVERIFY(m_window);
-        QVERIFY(QTest::qWaitForWindowExposed(m_window));
+        QVERIFY(m_app.launch());
 
         // The my-page tab asks for sign-in; signing in lands on it.
         QVERIFY(tap(QStringLiteral("tabButton2")));
         auto *signIn = waitForScreen<NavRootViewController>();
         QVERIFY(signIn);
-        QVERIFY(waitNamed(QStringLiteral("fieldUser")));
-        // Typed into the form's fields (the keyboard is the sign-in tests' business).
-        signIn->fieldUser()->setText(QStringLiteral("demo@tarvel.test"));
-        signIn->fieldPassword()->setText(QStringLiteral("tarvel2024"));
-        QVERIFY(signIn->buttonLogin()->tap());
+        QVERIFY(m_app.signIn(QStringLiteral("demo@tarvel.test"), QStringLiteral("tarvel2024")));
         TabFourViewController *myPage = waitForScreen<TabFourViewController>();
         QVERIFY(myPage);
         QTRY_COMPARE(myPage->nickName(), QStringLiteral("邮箱玩家"));
@@ -240,7 +132,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!findNamed(root(), QStringLiteral("fieldUser")), 10000);
         QTRY_VERIFY_WITH_TIMEOUT(!platform::Hud::shared().isVisible(), 10000);
         QVERIFY(tarvel::test::findText(root(), QStringLiteral("邮箱玩家")));
-        snapshot(QStringLiteral("journey_1_mypage.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("journey_1_mypage.png")));
 
         // "我的订单": the four seeded states.
         QVERIFY(tap(QStringLiteral("menuButton1")));
@@ -253,7 +145,7 @@ private slots:
         expected.sort();
         QCOMPARE(labels, expected);
         QVERIFY(tarvel::test::findText(root(), QStringLiteral("未付款")));
-        snapshot(QStringLiteral("journey_2_orders.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("journey_2_orders.png")));
 
         // Pay the unpaid order from the list: the order screen with type 2, then the WeChat
         // sandbox.
@@ -279,7 +171,7 @@ private slots:
                                == orders->arraySource().size()
                     && ordersWith(orders, QStringLiteral("completed")).contains(unpaid));
         QTRY_VERIFY(!platform::Hud::shared().isVisible());
-        snapshot(QStringLiteral("journey_3_paid.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("journey_3_paid.png")));
         back();
 
         // "立即购买" on a game's page, left unpaid, then cancelled from the list without a
@@ -350,14 +242,5 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    tarvel::test::TestEnvironment environment;
-    AppLaunch::prepare();
-    QGuiApplication app(argc, argv);
-    TestOrdersJourney test;
-    QTEST_SET_MAIN_SOURCE_PATH
-    return QTest::qExec(&test, argc, argv);
-}
-
+TARVEL_TEST_MAIN(TestOrdersJourney)
 #include "tst_orders_journey.moc"
