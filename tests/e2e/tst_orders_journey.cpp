@@ -45,14 +45,6 @@ private:
 
     QQuickItem *root() const { return m_app.root(); }
 
-    bool tap(const QString &name) { return m_app.tapNamed(name); }
-
-    template<typename Screen>
-    Screen *waitForScreen()
-    {
-        return m_app.waitForScreen<Screen>();
-    }
-
     // The id of the first listed order in `state`, or nothing.
     static QString orderIn(const MyOrderViewController *orders, const QString &state)
     {
@@ -89,13 +81,6 @@ private:
         return {};
     }
 
-    // Pays the order screen on top in the WeChat sandbox and waits for the purchase result.
-    bool payInTheSandbox()
-    {
-        BuySuccessViewController *result = m_app.payInWeChatSandbox();
-        return result && result->title() == QStringLiteral("购买成功");
-    }
-
     ICTabBarController *tabs() const { return qobject_cast<ICTabBarController *>(m_app.tabs()); }
 
     void back()
@@ -121,11 +106,11 @@ private slots:
         QVERIFY(m_app.launch());
 
         // The my-page tab asks for sign-in; signing in lands on it.
-        QVERIFY(tap(QStringLiteral("tabButton2")));
-        auto *signIn = waitForScreen<NavRootViewController>();
+        QVERIFY(m_app.tapNamed(QStringLiteral("tabButton2")));
+        auto *signIn = m_app.waitForScreen<NavRootViewController>();
         QVERIFY(signIn);
         QVERIFY(m_app.signIn(QStringLiteral("demo@tarvel.test"), QStringLiteral("tarvel2024")));
-        TabFourViewController *myPage = waitForScreen<TabFourViewController>();
+        TabFourViewController *myPage = m_app.waitForScreen<TabFourViewController>();
         QVERIFY(myPage);
         QTRY_COMPARE(myPage->nickName(), QStringLiteral("邮箱玩家"));
         // The sign-in sheet has slid away and its HUD has gone.
@@ -135,8 +120,8 @@ private slots:
         QVERIFY(m_app.snapshot(QStringLiteral("journey_1_mypage.png")));
 
         // "我的订单": the four seeded states.
-        QVERIFY(tap(QStringLiteral("menuButton1")));
-        MyOrderViewController *orders = waitForScreen<MyOrderViewController>();
+        QVERIFY(m_app.tapNamed(QStringLiteral("menuButton1")));
+        MyOrderViewController *orders = m_app.waitForScreen<MyOrderViewController>();
         QVERIFY(orders);
         QTRY_COMPARE(orders->tableMain()->count(), 4);
         QStringList labels = statesShown(orders);
@@ -151,20 +136,22 @@ private slots:
         // sandbox.
         const QString unpaid = orderIn(orders, QStringLiteral("in_checkout"));
         QVERIFY(!unpaid.isEmpty());
-        QVERIFY(tap(QStringLiteral("buttonPay")));
-        auto *confirm = waitForScreen<ConfirmOrderViewController>();
+        QVERIFY(m_app.tapNamed(QStringLiteral("buttonPay")));
+        auto *confirm = m_app.waitForScreen<ConfirmOrderViewController>();
         QVERIFY(confirm);
         QCOMPARE(confirm->type(), 2);
         QCOMPARE(confirm->gamesID(), QStringList{unpaid});
         QVERIFY(QTest::qWaitFor([confirm] { return confirm->isOrderLoaded(); }, 20000));
-        QVERIFY(payInTheSandbox());
+        BuySuccessViewController *result = m_app.payInWeChatSandbox();
+        QVERIFY(result);
+        QCOMPARE(result->title(), QStringLiteral("购买成功"));
         // "继续购物" leads back to the my page; the paid order is under "已完成".
-        QVERIFY(tap(QStringLiteral("buySuccessContinue")));
-        QVERIFY(waitForScreen<TabFourViewController>());
-        QVERIFY(tap(QStringLiteral("menuButton1")));
-        orders = waitForScreen<MyOrderViewController>();
+        QVERIFY(m_app.tapNamed(QStringLiteral("buySuccessContinue")));
+        QVERIFY(m_app.waitForScreen<TabFourViewController>());
+        QVERIFY(m_app.tapNamed(QStringLiteral("menuButton1")));
+        orders = m_app.waitForScreen<MyOrderViewController>();
         QVERIFY(orders);
-        QVERIFY(tap(QStringLiteral("orderTab2")));
+        QVERIFY(m_app.tapNamed(QStringLiteral("orderTab2")));
         // The tab's own list: completed orders only, the one just paid among them.
         QTRY_VERIFY(!orders->arraySource().isEmpty()
                     && ordersWith(orders, QStringLiteral("completed")).size()
@@ -182,58 +169,58 @@ private slots:
         page->setGameId(game);
         myPage->navigationController()->pushViewController(page, true);
         QVERIFY(QTest::qWaitFor([page] { return page->isLoaded(); }, 20000));
-        QVERIFY(tap(QStringLiteral("buyNowButton")));
-        auto *oneKey = waitForScreen<ConfirmOrderViewController>();
+        QVERIFY(m_app.tapNamed(QStringLiteral("buyNowButton")));
+        auto *oneKey = m_app.waitForScreen<ConfirmOrderViewController>();
         QVERIFY(oneKey);
         QCOMPARE(oneKey->type(), 1);
         QVERIFY(QTest::qWaitFor([oneKey] { return oneKey->isOrderLoaded(); }, 20000));
         const QString left = oneKey->sourceModel().order_id;
         QVERIFY(!left.isEmpty());
         myPage->navigationController()->popToRootViewController(true);
-        QVERIFY(waitForScreen<TabFourViewController>());
-        QVERIFY(tap(QStringLiteral("menuButton1")));
-        orders = waitForScreen<MyOrderViewController>();
+        QVERIFY(m_app.waitForScreen<TabFourViewController>());
+        QVERIFY(m_app.tapNamed(QStringLiteral("menuButton1")));
+        orders = m_app.waitForScreen<MyOrderViewController>();
         QVERIFY(orders);
-        QVERIFY(tap(QStringLiteral("orderTab1")));
+        QVERIFY(m_app.tapNamed(QStringLiteral("orderTab1")));
         QTRY_COMPARE(ordersWith(orders, QStringLiteral("in_checkout")), QStringList{left});
         HudRecorder::shared().clear();
-        QVERIFY(tap(QStringLiteral("buttonCancle")));
+        QVERIFY(m_app.tapNamed(QStringLiteral("buttonCancle")));
         QTRY_VERIFY(HudRecorder::shared().history().contains(QStringLiteral("正在取消...")));
         QTRY_VERIFY(orders->arraySource().isEmpty());
         QTRY_VERIFY(!findNamed(root(), QStringLiteral("buttonCancle")));
         back();
 
         // "帮助与反馈": the store's help page in the web view.
-        QVERIFY(tap(QStringLiteral("menuButton5")));
-        auto *help = waitForScreen<HelpAndFeedbackViewController>();
+        QVERIFY(m_app.tapNamed(QStringLiteral("menuButton5")));
+        auto *help = m_app.waitForScreen<HelpAndFeedbackViewController>();
         QVERIFY(help);
         QTRY_COMPARE_WITH_TIMEOUT(help->webView()->loadState(), platform::WebView::Loaded, 60000);
         QCOMPARE(help->webView()->title(), QStringLiteral("帮助与反馈"));
         back();
 
         // "偏好设置": push off, then on again.
-        QVERIFY(tap(QStringLiteral("menuButton4")));
-        auto *preferences = waitForScreen<PreferencesViewController>();
+        QVERIFY(m_app.tapNamed(QStringLiteral("menuButton4")));
+        auto *preferences = m_app.waitForScreen<PreferencesViewController>();
         QVERIFY(preferences);
         QVERIFY(preferences->switchPush()->isOn());
-        QVERIFY(tap(QStringLiteral("switchPush")));
+        QVERIFY(m_app.tapNamed(QStringLiteral("switchPush")));
         QTRY_COMPARE(platform::UserDefaults::standard().objectForKey("isPush").toString(),
                      QStringLiteral("0"));
-        QVERIFY(tap(QStringLiteral("switchPush")));
+        QVERIFY(m_app.tapNamed(QStringLiteral("switchPush")));
         QTRY_COMPARE(platform::UserDefaults::standard().objectForKey("isPush").toString(),
                      QStringLiteral("1"));
         back();
 
         // Sign out: the home tab, and the cart and my tabs ask for sign-in again.
         HudRecorder::shared().clear();
-        QVERIFY(tap(QStringLiteral("buttonLogOut")));
+        QVERIFY(m_app.tapNamed(QStringLiteral("buttonLogOut")));
         QTRY_COMPARE(tabs()->selectedIndex(), int(ICTabBarController::HomeTab));
         QVERIFY(HudRecorder::shared().history().contains(QStringLiteral("退出成功")));
         QVERIFY(!AppDelegate::shared()->isSignedIn());
         for (const char *tab : {"tabButton1", "tabButton2"}) {
             QTRY_VERIFY(!platform::Hud::shared().isVisible());
-            QVERIFY(tap(QString::fromLatin1(tab)));
-            auto *signIn = waitForScreen<NavRootViewController>();
+            QVERIFY(m_app.tapNamed(QString::fromLatin1(tab)));
+            auto *signIn = m_app.waitForScreen<NavRootViewController>();
             QVERIFY2(signIn, tab);
             QCOMPARE(tabs()->selectedIndex(), int(ICTabBarController::HomeTab));
             QVERIFY(signIn->leftBarItem()->tap());

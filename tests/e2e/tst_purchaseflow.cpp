@@ -73,7 +73,7 @@ private:
     // The index of `gameId` in the home grid, or -1.
     int gridIndexOf(const QString &gameId) const
     {
-        auto *home = qobject_cast<TabOneViewController *>(stack(0)->viewControllers().value(0));
+        auto *home = m_app.first<TabOneViewController>(0);
         if (!home)
             return -1;
         const QList<QVariantMap> rows = home->collectionMenu()->rows();
