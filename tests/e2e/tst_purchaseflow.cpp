@@ -1,20 +1,6 @@
-#include "HudRecorder.h"
-#include "InProcessStore.h"
-#include "QuickTestItems.h"
-#include "StoreProcess.h"
-#include "TestEnvironment.h"
+#include "JourneyApp.h"
 
-#include "app/AppDelegate.h"
-#include "app/AppLaunch.h"
-#include "app/WindowSnapshot.h"
-#include "platform/kits/WeChatPayPrompt.h"
-#include "platform/ui/Hud.h"
-#include "platform/ui/NavigationController.h"
 #include "platform/ui/RowModel.h"
-#include "platform/ui/TabBarController.h"
-#include "platform/ui/TextField.h"
-#include "platform/ui/Window.h"
-#include "screens/purchase/BuySuccessViewController.h"
 #include "screens/purchase/ConfirmOrderViewController.h"
 #include "screens/purchase/MyGamesViewController.h"
 #include "screens/purchase/TabThreeViewController.h"
@@ -24,37 +10,13 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
-#include <QDir>
-#include <QJsonDocument>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QProcess>
-#include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QUrlQuery>
 
 Q_IMPORT_QML_PLUGIN(TarvelPlugin)
 
-using tarvel::test::findNamed;
 using tarvel::test::findText;
 
 namespace {
-
-QVariant storeData(QNetworkAccessManager &network, QNetworkReply *reply)
-{
-    QSignalSpy finished(reply, &QNetworkReply::finished);
-    if (!reply->isFinished())
-        finished.wait(10000);
-    const QVariant data
-            = QJsonDocument::fromJson(reply->readAll()).toVariant().toMap().value("data");
-    reply->deleteLater();
-    Q_UNUSED(network)
-    return data;
-}
 
 // Every table's rows as text, by table, in row order.
 using Tables = QMap<QString, QStringList>;
@@ -102,74 +64,16 @@ class TestPurchaseFlow : public QObject
     Q_OBJECT
 
 private:
-    QTemporaryDir m_storeFolder;
-    QProcess m_storeProcess;
-    QString m_baseUrl;
-    QString m_databasePath;
-    std::unique_ptr<QQmlApplicationEngine> m_engine;
-    QQuickWindow *m_window = nullptr;
-    QNetworkAccessManager m_network;
+    tarvel::test::JourneyApp m_app;
 
-    QQuickItem *root() const { return m_window->contentItem(); }
-
-    // The item, once it shows inside the window (sheets slide in from below).
-    QQuickItem *waitNamed(const QString &name, int timeoutMs = 15000)
-    {
-        QQuickItem *found = nullptr;
-        const QRectF screen(0, 0, m_window->width(), m_window->height());
-        if (!QTest::qWaitFor(
-                    [&] {
-                        found = findNamed(root(), name);
-                        return found
-                               && screen.contains(found->mapToScene(
-                                       QPointF(found->width() / 2, found->height() / 2)));
-                    },
-                    timeoutMs))
-            qWarning() << "no item named" << name << "on screen";
-        return found;
-    }
-
-    bool click(QQuickItem *item) { return tarvel::test::tapWhenStill(m_window, item); }
-
-    // What typing into a field leaves: the text in the field's state (the on-screen keyboard is
-    // the platform's).
-    bool fill(QQuickItem *field, const QString &text)
-    {
-        auto *state = field ? field->property("state").value<platform::TextField *>() : nullptr;
-        if (!state)
-            return false;
-        state->setText(text);
-        return true;
-    }
-
-    void snapshot(const QString &name)
-    {
-        QVERIFY(tarvel::test::waitForStillScene(m_window));
-        QVERIFY(WindowSnapshot::save(
-                m_window, QDir(tarvel::test::TestEnvironment::artifactsDir()).filePath(name)));
-    }
-
-    platform::TabBarController *tabs() const
-    {
-        return qobject_cast<platform::TabBarController *>(
-                AppDelegate::shared()->window()->rootViewController());
-    }
-    platform::NavigationController *stack(int tab) const
-    {
-        return tabs() ? qobject_cast<platform::NavigationController *>(
-                       tabs()->viewControllerAt(tab))
-                      : nullptr;
-    }
-    platform::ViewController *top(int tab) const
-    {
-        platform::NavigationController *navigation = stack(tab);
-        return navigation ? navigation->topViewController() : nullptr;
-    }
+    QQuickItem *root() const { return m_app.root(); }
+    platform::NavigationController *stack(int tab) const { return m_app.stack(tab); }
+    platform::ViewController *top(int tab) const { return m_app.top(tab); }
 
     // The index of `gameId` in the home grid, or -1.
     int gridIndexOf(const QString &gameId) const
     {
-        auto *home = qobject_cast<TabOneViewController *>(stack(0)->viewControllers().value(0));
+        auto *home = m_app.first<TabOneViewController>(0);
         if (!home)
             return -1;
         const QList<QVariantMap> rows = home->collectionMenu()->rows();
@@ -183,7 +87,7 @@ private:
     // Whether a grid cell inside the window shows "已拥有" for `gameId`.
     bool ownedBadgeShownFor(const QString &gameId) const
     {
-        const QRectF screen(0, 0, m_window->width(), m_window->height());
+        const QRectF screen(0, 0, m_app.window()->width(), m_app.window()->height());
         for (QQuickItem *badge : tarvel::test::findAllNamed(root(), QStringLiteral("ownedBadge"))) {
             QQuickItem *cell = badge->parentItem();
             while (cell && !cell->property("row").isValid())
@@ -207,104 +111,58 @@ private:
         return shown;
     }
 
-    bool waitHud(const QString &text)
-    {
-        return QTest::qWaitFor([text] { return HudRecorder::shared().history().contains(text); },
-                               20000);
-    }
-
-    // Pays what the order screen on top of `tab` shows, in the sandbox sheet, and waits for the
-    // purchase result.
-    BuySuccessViewController *payAndConfirm(int tab)
-    {
-        if (!click(waitNamed(QStringLiteral("confirmPayButton"))))
-            return nullptr;
-        QQuickItem *confirm = waitNamed(QStringLiteral("weChatPayConfirm"));
-        if (!QTest::qWaitFor([] { return platform::WeChatPayPrompt::shared().canConfirm(); }, 15000)
-            || !click(confirm))
-            return nullptr;
-        BuySuccessViewController *result = nullptr;
-        if (!QTest::qWaitFor(
-                    [&] {
-                        return (result = qobject_cast<BuySuccessViewController *>(top(tab)))
-                               != nullptr;
-                    },
-                    20000))
-            return nullptr;
-        return result;
-    }
-
 private slots:
     void initTestCase()
     {
-        QVERIFY(m_storeFolder.isValid());
-        m_databasePath = m_storeFolder.filePath(QStringLiteral("store.sqlite"));
-        const int port = tarvel::test::startStoreOnAnyPort(
-                m_storeProcess, {QStringLiteral("--db"), m_databasePath, QStringLiteral("--quiet"),
-                                 QStringLiteral("--sandbox")});
-        QVERIFY(port > 0);
-        m_baseUrl = QStringLiteral("http://127.0.0.1:%1").arg(port);
-        QVERIFY(QTest::qWaitFor(
-                [this] {
-                    return storeData(m_network, m_network.get(QNetworkRequest(
-                                                        QUrl(m_baseUrl + "/store.json"))))
-                            .isValid();
-                },
-                30000));
-        qputenv("TARVEL_API_BASE_URL", m_baseUrl.toUtf8());
+        QVERIFY(m_app.startStore());
+        // The HUDs of this journey stay up and take no touches.
         platform::Hud::shared().setAutoDismissInterval(60 * 60 * 1000);
+        m_app.setTapsWaitForHud(false);
     }
 
     void cleanupTestCase()
     {
-        m_engine.reset();
-        m_storeProcess.terminate();
-        if (!m_storeProcess.waitForFinished(10000))
-            m_storeProcess.kill();
+        m_app.close();
+        m_app.stopStore();
     }
 
     void buyFromTheCartAndWithBuyNow()
     {
-        const Tables before = readTables(m_databasePath);
-        m_engine = std::make_unique<QQmlApplicationEngine>();
-        m_window = AppLaunch::launch(*qGuiApp, *m_engine);
-        QVERIFY(m_window);
-        QVERIFY(QTest::qWaitForWindowExposed(m_window));
+        const Tables before = readTables(m_app.databasePath());
+        QVERIFY(m_app.launch());
 
         // The cart tab asks for a sign-in first.
-        QVERIFY(click(waitNamed(QStringLiteral("tabButton1"))));
-        QVERIFY(fill(waitNamed(QStringLiteral("fieldUser")), QStringLiteral("13800138000")));
-        QVERIFY(fill(waitNamed(QStringLiteral("fieldPassword")), QStringLiteral("tarvel2024")));
-        QVERIFY(click(waitNamed(QStringLiteral("buttonLogin"))));
-        QVERIFY(QTest::qWaitFor([this] { return tabs()->selectedIndex() == 1; }, 20000));
+        QVERIFY(m_app.tapNamed(QStringLiteral("tabButton1")));
+        QVERIFY(m_app.signIn(QStringLiteral("13800138000"), QStringLiteral("tarvel2024")));
+        QVERIFY(QTest::qWaitFor([this] { return m_app.tabs()->selectedIndex() == 1; }, 20000));
         auto *cart = qobject_cast<TabThreeViewController *>(top(1));
         QVERIFY(cart);
         QVERIFY(QTest::qWaitFor([cart] { return cart->cells().size() == 2; }, 20000));
         QTRY_COMPARE(AppDelegate::shared()->labelRedDot()->text(), QStringLiteral("2"));
-        QVERIFY(waitNamed(QStringLiteral("cartBadge")));
-        snapshot(QStringLiteral("purchaseflow_1_cart.png"));
+        QVERIFY(m_app.waitOnScreen(QStringLiteral("cartBadge")));
+        QVERIFY(m_app.snapshot(QStringLiteral("purchaseflow_1_cart.png")));
 
         // Tick the first line, slide the second open and delete it.
         const QString boughtFromCart = cart->arraySource().at(0).id;
         const QString deleted = cart->arraySource().at(1).id;
-        QVERIFY(click(waitNamed(QStringLiteral("cartCell0"))));
+        QVERIFY(m_app.tapNamed(QStringLiteral("cartCell0")));
         QTRY_COMPARE(cart->arraySelect().first(), QStringLiteral("1"));
-        QQuickItem *second = waitNamed(QStringLiteral("cartCell1"));
+        QQuickItem *second = m_app.waitOnScreen(QStringLiteral("cartCell1"));
         const QPoint start
                 = second->mapToScene(QPointF(second->width() * 0.7, second->height() / 2))
                           .toPoint();
-        QTest::mousePress(m_window, Qt::LeftButton, {}, start);
+        QTest::mousePress(m_app.window(), Qt::LeftButton, {}, start);
         for (int step = 1; step <= 6; ++step)
-            QTest::mouseMove(m_window, start - QPoint(step * 10, 0), 16);
-        QTest::mouseRelease(m_window, Qt::LeftButton, {}, start - QPoint(60, 0), 16);
+            QTest::mouseMove(m_app.window(), start - QPoint(step * 10, 0), 16);
+        QTest::mouseRelease(m_app.window(), Qt::LeftButton, {}, start - QPoint(60, 0), 16);
         QTRY_COMPARE(cart->cells().at(1)->contentX(), -40.0);
-        QVERIFY(click(tarvel::test::findNamed(second, QStringLiteral("cartDeleteButton"))));
+        QVERIFY(m_app.tap(tarvel::test::findNamed(second, QStringLiteral("cartDeleteButton"))));
         QVERIFY(QTest::qWaitFor([cart] { return cart->cells().size() == 1; }, 20000));
         QTRY_COMPARE(AppDelegate::shared()->labelRedDot()->text(), QStringLiteral("1"));
         QCOMPARE(cart->arraySelect(), QStringList{QStringLiteral("1")});
 
         // Submit: the order screen with its amounts.
-        QVERIFY(click(waitNamed(QStringLiteral("cartSubmit"))));
+        QVERIFY(m_app.tapNamed(QStringLiteral("cartSubmit")));
         ConfirmOrderViewController *order = nullptr;
         QVERIFY(QTest::qWaitFor(
                 [&] {
@@ -320,36 +178,38 @@ private slots:
              {QStringLiteral("使用成功"), QStringLiteral("取消成功"), QStringLiteral("使用成功")}) {
             HudRecorder::shared().clear();
             if (step == QStringLiteral("使用成功")) {
-                QVERIFY(fill(waitNamed(QStringLiteral("confirmCouponField")),
-                             QStringLiteral("WELCOME10")));
-                QVERIFY(click(waitNamed(QStringLiteral("confirmCouponSure"))));
+                QVERIFY(m_app.fill(QStringLiteral("confirmCouponField"),
+                                   QStringLiteral("WELCOME10")));
+                QVERIFY(m_app.tapNamed(QStringLiteral("confirmCouponSure")));
             } else {
-                QVERIFY(click(waitNamed(QStringLiteral("confirmCouponCancel"))));
+                QVERIFY(m_app.tapNamed(QStringLiteral("confirmCouponCancel")));
             }
-            QVERIFY2(waitHud(step), qPrintable(HudRecorder::shared().history().join('|')));
+            QVERIFY2(m_app.waitForHud(step, 20000),
+                     qPrintable(HudRecorder::shared().history().join('|')));
         }
         QCOMPARE(order->footerView()->labelCouponPrice()->text(), QStringLiteral("-¥10"));
         const QString paid = order->modelCoupon()->subtotal;
         QCOMPARE(paid.toDouble(), subtotal.toDouble() - 10);
-        snapshot(QStringLiteral("purchaseflow_2_order.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("purchaseflow_2_order.png")));
 
         // Pay, confirm in the sandbox: "购买成功" with the amount.
-        BuySuccessViewController *result = payAndConfirm(1);
+        BuySuccessViewController *result = m_app.payInWeChatSandbox();
         QVERIFY(result);
-        QVERIFY(waitNamed(QStringLiteral("buySuccessCell0")));
+        QCOMPARE(result, top(1));
+        QVERIFY(m_app.waitOnScreen(QStringLiteral("buySuccessCell0")));
         QVERIFY(findText(root(), QStringLiteral("订单金额:¥") + paid));
         QCOMPARE(result->title(), QStringLiteral("购买成功"));
-        snapshot(QStringLiteral("purchaseflow_3_result.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("purchaseflow_3_result.png")));
         const QString firstOrder = result->sourceModel().value("id").toString();
 
         // "继续购物": the cart's root, now empty.
-        QVERIFY(click(waitNamed(QStringLiteral("buySuccessContinue"))));
+        QVERIFY(m_app.tapNamed(QStringLiteral("buySuccessContinue")));
         QTRY_COMPARE(stack(1)->depth(), 1);
         QVERIFY(QTest::qWaitFor([cart] { return !cart->isEmptyViewHidden(); }, 20000));
 
         // "我的游戏" from the library: the bought game is there.
         stack(1)->pushViewController(new LibraryViewController, true);
-        QVERIFY(click(waitNamed(QStringLiteral("libraryRow1"))));
+        QVERIFY(m_app.tapNamed(QStringLiteral("libraryRow1")));
         MyGamesViewController *games = nullptr;
         QVERIFY(QTest::qWaitFor(
                 [&] {
@@ -362,16 +222,11 @@ private slots:
         for (const Object_MyGameList &game : games->arraySource())
             owned.append(game.gameId);
         QVERIFY(owned.contains(boughtFromCart));
-        snapshot(QStringLiteral("purchaseflow_4_my_games.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("purchaseflow_4_my_games.png")));
 
         // A second game with "立即购买" from its page, opened from the home tab.
         QString secondGame;
-        const QVariantList home
-                = storeData(m_network, m_network.get(QNetworkRequest(QUrl(
-                                               m_baseUrl + "/products.json?type=latest&page=1"))))
-                          .toList();
-        for (const QVariant &entry : home) {
-            const QString id = entry.toMap().value("id").toString();
+        for (const QString &id : m_app.latestGameIds()) {
             if (!owned.contains(id) && id != deleted && id != boughtFromCart) {
                 secondGame = id;
                 break;
@@ -379,13 +234,13 @@ private slots:
         }
         QVERIFY(!secondGame.isEmpty());
         stack(1)->popToRootViewController(true); // back out of the library to the cart
-        QVERIFY(click(waitNamed(QStringLiteral("tabButton0"))));
-        QTRY_COMPARE(tabs()->selectedIndex(), 0);
+        QVERIFY(m_app.tapNamed(QStringLiteral("tabButton0")));
+        QTRY_COMPARE(m_app.tabs()->selectedIndex(), 0);
         auto *page = new GoodsDetailViewController;
         page->setGameId(secondGame);
         stack(0)->pushViewController(page, true);
         QVERIFY(QTest::qWaitFor([page] { return page->isLoaded(); }, 20000));
-        QVERIFY(click(waitNamed(QStringLiteral("buyNowButton"))));
+        QVERIFY(m_app.tapNamed(QStringLiteral("buyNowButton")));
         ConfirmOrderViewController *oneKey = nullptr;
         QVERIFY(QTest::qWaitFor(
                 [&] {
@@ -394,24 +249,25 @@ private slots:
                 },
                 20000));
         QCOMPARE(oneKey->type(), 1);
-        BuySuccessViewController *secondResult = payAndConfirm(0);
+        BuySuccessViewController *secondResult = m_app.payInWeChatSandbox();
         QVERIFY(secondResult);
+        QCOMPARE(secondResult, top(0));
         const QString secondOrder = secondResult->sourceModel().value("id").toString();
-        snapshot(QStringLiteral("purchaseflow_5_second_result.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("purchaseflow_5_second_result.png")));
 
         // "继续购物" back to the home grid: the game just bought carries "已拥有" on its cover,
         // and on its page beside the price, without a relaunch.
-        QVERIFY(click(waitNamed(QStringLiteral("buySuccessContinue"))));
+        QVERIFY(m_app.tapNamed(QStringLiteral("buySuccessContinue")));
         QTRY_COMPARE(stack(0)->depth(), 1);
         QVERIFY(QTest::qWaitFor([this] { return !tarvel::test::stacksBusy(root()); }, 20000));
-        QQuickItem *grid = waitNamed(QStringLiteral("homeGrid"));
+        QQuickItem *grid = m_app.waitOnScreen(QStringLiteral("homeGrid"));
         QVERIFY(grid);
         QVERIFY(QMetaObject::invokeMethod(grid, "positionViewAtIndex",
                                           Q_ARG(int, gridIndexOf(secondGame)),
                                           Q_ARG(int, 1 /* GridView.Center */)));
         QVERIFY(QTest::qWaitFor([&] { return ownedBadgeShownFor(secondGame); }, 20000));
         platform::Hud::shared().dismiss();
-        snapshot(QStringLiteral("purchaseflow_6_owned_grid.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("purchaseflow_6_owned_grid.png")));
         auto *ownedPage = new GoodsDetailViewController;
         ownedPage->setGameId(secondGame);
         stack(0)->pushViewController(ownedPage, true);
@@ -419,13 +275,12 @@ private slots:
         QVERIFY(ownedPage->isOwned());
         QVERIFY(QTest::qWaitFor(
                 [this] { return visibleBadges(QStringLiteral("goodsDetailOwned")) == 1; }, 20000));
-        snapshot(QStringLiteral("purchaseflow_7_owned_page.png"));
+        QVERIFY(m_app.snapshot(QStringLiteral("purchaseflow_7_owned_page.png")));
         stack(0)->popToRootViewController(false);
 
         // The database: both orders completed, the coupon used, nothing else changed.
-        m_engine.reset();
-        m_window = nullptr;
-        const Tables after = readTables(m_databasePath);
+        m_app.close();
+        const Tables after = readTables(m_app.databasePath());
         QStringList changed;
         for (auto it = after.cbegin(); it != after.cend(); ++it) {
             if (before.value(it.key()) != it.value())

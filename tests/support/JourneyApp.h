@@ -8,10 +8,13 @@
 #include "app/AppDelegate.h"
 #include "app/AppLaunch.h"
 #include "app/WindowSnapshot.h"
+#include "platform/kits/WeChatPayPrompt.h"
 #include "platform/ui/Hud.h"
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/TabBarController.h"
+#include "platform/ui/TextField.h"
 #include "platform/ui/Window.h"
+#include "screens/purchase/BuySuccessViewController.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -116,6 +119,15 @@ public:
                                             + QString::fromLatin1(QUrl::toPercentEncoding(to)))
                                           .toList();
         return list.isEmpty() ? QVariantMap() : list.constFirst().toMap();
+    }
+    // The ids of the first page of the store's latest games, in its order.
+    QStringList latestGameIds()
+    {
+        QStringList ids;
+        for (const QVariant &game :
+             storeData(QStringLiteral("/products.json?type=latest&page=1")).toList())
+            ids.append(game.toMap().value(QStringLiteral("id")).toString());
+        return ids;
     }
 
     // Starts the app (again: the previous window goes first); true once its window shows the
@@ -237,6 +249,41 @@ public:
         if (!tapped)
             qWarning() << "could not tap" << name << "stacks busy:" << stacksBusy(root());
         return tapped;
+    }
+
+    // What typing into the field named `name` leaves: the text in the field's state (the
+    // on-screen keyboard is the platform's).
+    bool fill(const QString &name, const QString &text)
+    {
+        QQuickItem *field = waitOnScreen(name);
+        auto *state = field ? field->property("state").value<platform::TextField *>() : nullptr;
+        if (!state)
+            return false;
+        state->setText(text);
+        return true;
+    }
+
+    // The sign-in form on screen, filled and sent.
+    bool signIn(const QString &account, const QString &password)
+    {
+        return fill(QStringLiteral("fieldUser"), account)
+               && fill(QStringLiteral("fieldPassword"), password)
+               && tapNamed(QStringLiteral("buttonLogin"));
+    }
+
+    // Pays the order screen on top in the WeChat sandbox: the pay button, then the sheet's
+    // confirm once the sheet has slid in and takes it; the purchase result that follows, or null.
+    BuySuccessViewController *payInWeChatSandbox()
+    {
+        if (!tapNamed(QStringLiteral("confirmPayButton")))
+            return nullptr;
+        QQuickItem *confirm = waitOnScreen(QStringLiteral("weChatPayConfirm"));
+        if (!confirm
+            || !QTest::qWaitFor([] { return platform::WeChatPayPrompt::shared().canConfirm(); },
+                                WaitMs)
+            || !tap(confirm))
+            return nullptr;
+        return waitForScreen<BuySuccessViewController>();
     }
 
     // A tap at a point of the window, where no named item stands (the bar's back button).
