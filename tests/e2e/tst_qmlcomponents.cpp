@@ -61,6 +61,7 @@ QList<std::pair<QString, QByteArray>> componentSamples()
             {"ModalLayer", "ModalLayer {}"},
             {"WindowView", "WindowView {}"},
             {"PriceLabel", "PriceLabel { price: \"68\"; listPrice: \"98\" }"},
+            {"OwnedBadge", "OwnedBadge { outlined: true }"},
             {"RefreshHeader",
              "ListView { id: list; RefreshHeader { target: list; header: RefreshHeaderState {} "
              "} }"},
