@@ -26,7 +26,10 @@
 #include "util/AppConfig.h"
 
 #include <QImage>
+#include <QCameraDevice>
+#include <QImageCapture>
 #include <QImageReader>
+#include <QMediaDevices>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QPainter>
@@ -449,6 +452,26 @@ private slots:
             QVERIFY(!AlertCenter::shared().isActive());
             QCOMPARE(m_window->presentedCount(), 1);
         }
+    }
+
+    // The app reaches the camera without linking Qt Multimedia: what it finds must be what Qt
+    // Multimedia says, and a capture hands over its one picture once.
+    void cameraThroughQtMultimedia()
+    {
+        QCOMPARE(ICCameraDevice::isAvailable(), !QMediaDevices::defaultVideoInput().isNull());
+
+        QObject notACapture;
+        QVERIFY(!ICCameraDevice::captureOnce(&notACapture, this, [](const QImage &) {}));
+
+        QImageCapture capture;
+        QList<QSize> pictures;
+        ICCameraDevice::captureOnce(&capture, this,
+                                    [&pictures](const QImage &image) { pictures << image.size(); });
+        QImage taken(64, 48, QImage::Format_RGB32);
+        taken.fill(Qt::red);
+        emit capture.imageCaptured(1, taken);
+        emit capture.imageCaptured(2, QImage(8, 8, QImage::Format_RGB32));
+        QCOMPARE(pictures, QList<QSize>{QSize(64, 48)});
     }
 
     void cameraWithoutDevicePresentsNothing()
