@@ -21,7 +21,8 @@ mkdir -p "$data_dir"
 store_pid=$!
 trap 'kill "$store_pid" 2>/dev/null || true; wait "$store_pid" 2>/dev/null || true' EXIT
 
-for _ in $(seq 1 100); do
+# A fresh database is seeded and its pictures scaled for the app's screens first: a few seconds.
+for _ in $(seq 1 600); do
   if curl -fsS "http://127.0.0.1:$port/store.json" >/dev/null 2>&1; then break; fi
   if ! kill -0 "$store_pid" 2>/dev/null; then
     echo "run: tarvel-store did not start (is port $port taken?)" >&2
